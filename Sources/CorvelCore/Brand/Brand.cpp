@@ -1,0 +1,5 @@
+#include "CorvelCore/Brand/Brand.h"
+
+namespace corvel {
+static_assert(!Brand::bundleID.empty());
+}  // namespace corvel
