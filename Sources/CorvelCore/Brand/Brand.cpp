@@ -1,5 +1,0 @@
-#include "CorvelCore/Brand/Brand.h"
-
-namespace corvel {
-static_assert(!Brand::bundleID.empty());
-}  // namespace corvel
