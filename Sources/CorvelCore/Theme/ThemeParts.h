@@ -11,9 +11,12 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 #include "CorvelCore/Theme/JSONObjectReader.h"
@@ -293,10 +296,10 @@ struct Backlight {
 
 // The colours of clicks of each mouse button and of the cursor halo.
 struct MouseStyle {
-  ThemeColor left;
-  ThemeColor right;
-  ThemeColor middle;
-  ThemeColor halo;
+  ThemeColor left = ThemeColor::fromRGB(0x0A84FF);
+  ThemeColor right = ThemeColor::fromRGB(0xFF9F0A);
+  ThemeColor middle = ThemeColor::fromRGB(0x30D158);
+  ThemeColor halo = ThemeColor::fromRGBA(0xFFD60A59);
   JSONObject extras;
   [[nodiscard]] JSONValue json() const;
   friend bool operator==(const MouseStyle&, const MouseStyle&) = default;
