@@ -9,7 +9,7 @@
 namespace corvel {
 namespace {
 
-TEST(ThemeColorTests, ParsesOnlyHashFollowedByThreeSixOrEightHexDigits) {
+TEST(ThemeColorTest, ParsesOnlyHashFollowedByThreeSixOrEightHexDigits) {
   struct Case {
     std::string text;
     std::optional<std::uint32_t> rgba;
@@ -33,7 +33,7 @@ TEST(ThemeColorTests, ParsesOnlyHashFollowedByThreeSixOrEightHexDigits) {
   }
 }
 
-TEST(ThemeColorTests, ParsedBytesAreDividedBy255) {
+TEST(ThemeColorTest, ParsedBytesAreDividedBy255) {
   const auto color = ThemeColor::parse("#AABBCC80");
   ASSERT_TRUE(color);
   EXPECT_EQ(color->r, 0xAA / 255.0);
@@ -41,7 +41,7 @@ TEST(ThemeColorTests, ParsedBytesAreDividedBy255) {
   EXPECT_EQ(*color, ThemeColor::fromRGBA(0xAABBCC80));
 }
 
-TEST(ThemeColorTests, HexIsUpperCaseWithAlphaOnlyWhenNotFull) {
+TEST(ThemeColorTest, HexIsUpperCaseWithAlphaOnlyWhenNotFull) {
   struct Case {
     ThemeColor color;
     std::string hex;
@@ -62,7 +62,7 @@ TEST(ThemeColorTests, HexIsUpperCaseWithAlphaOnlyWhenNotFull) {
   }
 }
 
-TEST(ThemeColorTests, HexParsesBackToTheSameBytes) {
+TEST(ThemeColorTest, HexParsesBackToTheSameBytes) {
   for (const std::uint32_t rgba : {0x00000000u, 0x12345678u, 0xFFFFFFFFu, 0x80FF01FEu}) {
     SCOPED_TRACE(rgba);
     const auto color = ThemeColor::fromRGBA(rgba);
@@ -72,7 +72,7 @@ TEST(ThemeColorTests, HexParsesBackToTheSameBytes) {
   }
 }
 
-TEST(ThemeColorTests, LuminanceContrastAndCompositing) {
+TEST(ThemeColorTest, LuminanceContrastAndCompositing) {
   const auto white = ThemeColor::fromRGB(0xFFFFFF);
   const auto black = ThemeColor::fromRGB(0x000000);
   EXPECT_DOUBLE_EQ(white.relativeLuminance(), 1.0);

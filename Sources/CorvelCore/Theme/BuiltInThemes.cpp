@@ -354,7 +354,7 @@ constexpr Look amethyst{
 
 constexpr Look synthwave{
     .id = "synthwave", .name = "Synthwave", .family = "Neon",
-    .plate = angled(0x2B0B4F, 0x12042A, 180), .padding = 12, .plateRadius = 12,
+    .plate = blend(0x2B0B4F, 0x12042A), .padding = 12, .plateRadius = 12,
     .shade = PlateShade::glow, .shadeColour = 0xFF2BD6, .grid = 0xFF2BD6, .gridAlpha = 0x40,
     .gridSpacing = 14,
     .profile = CapProfile::flat, .gap = 5, .capRadius = 6, .depth = 2,

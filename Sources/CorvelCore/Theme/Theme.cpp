@@ -66,6 +66,12 @@ JSONValue Theme::json() const {
   object.set("backlight", backlight.json());
   object.set("sound", sound ? JSONValue(*sound) : JSONValue());
   object.set("mouse", mouse ? mouse->json() : JSONValue());
+  JSONObject keys = unknownOverrides;
+  for (const auto& [key, paint] : overrides) {
+    const std::string_view identifier = keyInfo(key).identifier;
+    if (!identifier.empty()) keys.set(std::string(identifier), paint.json());
+  }
+  object.set("overrides", std::move(keys));
   return JSONValue(std::move(object)).restoring(unread);
 }
 

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+#include "CorvelCore/Keyboard/KeyID.h"
 #include "CorvelCore/Theme/JSONValue.h"
 #include "CorvelCore/Theme/ThemeColor.h"
 #include "CorvelCore/Theme/ThemeParts.h"
@@ -37,6 +38,11 @@ struct Theme {
   Backlight backlight;
   std::optional<std::string> sound;  // one of SoundPackID::all, or none
   std::optional<MouseStyle> mouse;
+  std::map<KeyID, KeyOverride> overrides;  // per-key paint, at most 512
+  // Override entries kept as they were read: those under a name this version
+  // does not know, those whose value is not an object, and those beyond the
+  // 512 read.
+  JSONObject unknownOverrides;
   JSONObject extras;                         // unknown top-level members
   std::map<std::string, UnreadValue> unread;  // wrong-typed values, by dotted path
 
@@ -45,8 +51,10 @@ struct Theme {
   // mouse colours, no overrides.
   [[nodiscard]] static const Theme& defaults();
 
-  // The theme's document: the extras, every field, and then each unread
-  // value put back where its field still holds what it was read as.
+  // The theme's document: the extras, every field ("overrides" being the
+  // unknown overrides with each override set under its key identifier), and
+  // then each unread value put back where its field still holds what it was
+  // read as.
   [[nodiscard]] JSONValue json() const;
 
   friend bool operator==(const Theme&, const Theme&) = default;

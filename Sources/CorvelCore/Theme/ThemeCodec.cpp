@@ -204,6 +204,38 @@ Status readMouse(JSONObjectReader& reader, MouseStyle& mouse) {
   return {};
 }
 
+Status readOverride(JSONObjectReader& reader, KeyOverride& paint) {
+  THEME_TRY(paint.cap, ThemeFieldReader::optionalFill(reader, "cap", paint.cap));
+  THEME_TRY(paint.legend, ThemeFieldReader::optionalColor(reader, "legend", paint.legend));
+  return {};
+}
+
+// Reads the first `maxOverrides` members that name a key and hold an object;
+// every other member, those past the limit included, is kept as it stands
+// so that nothing of a larger or newer file is lost.
+Status readOverrides(JSONObjectReader& root, Theme& theme) {
+  const JSONValue* found = root.lookUp("overrides");
+  if (found == nullptr) return {};
+  const JSONObject* members = found->asObject();
+  if (members == nullptr) {
+    root.markUnread("overrides", *found, JSONObject{});
+    return {};
+  }
+  JSONObjectReader overrides(root.pathOf("overrides"), *found);
+  std::size_t visited = 0;
+  for (const auto& [name, value] : *members) {
+    const std::optional<KeyID> key = visited < ThemeLimits::maxOverrides ? keyID(name) : std::nullopt;
+    ++visited;
+    if (!key || !value.isObject()) {
+      theme.unknownOverrides.set(name, value);
+      continue;
+    }
+    THEME_TRY(theme.overrides[*key], readRecord(overrides, name, value, KeyOverride{}, readOverride));
+  }
+  root.absorb(overrides);
+  return {};
+}
+
 std::optional<std::string> readSound(JSONObjectReader& reader,
                                      const std::optional<std::string>& fallback) {
   const JSONValue* found = reader.lookUp("sound");
@@ -266,6 +298,9 @@ std::expected<Theme, ThemeError> ThemeCodec::decode(std::string_view data) {
   THEME_TRY(theme.backlight, section(root, "backlight", defaults.backlight, readBacklight));
   theme.sound = readSound(root, defaults.sound);
   THEME_TRY(theme.mouse, optionalRecord(root, "mouse", defaults.mouse, readMouse));
+  if (auto status = readOverrides(root, theme); !status) {
+    return std::unexpected(std::move(status.error()));
+  }
 
   theme.extras = root.extras();
   theme.unread = root.unread();
