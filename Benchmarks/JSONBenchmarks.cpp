@@ -13,8 +13,9 @@ JSONValue layer(int index) {
   JSONObject keys;
   const char* letters = "abcdefghijklmnopqrstuvwxyz";
   for (int k = 0; k < 12; ++k) {
-    JSONObject action{{"type", "typeText"},
-                      {"text", "Text for key " + std::to_string(k) + " of layer " + std::to_string(index)}};
+    JSONObject action{
+        {"type", "typeText"},
+        {"text", "Text for key " + std::to_string(k) + " of layer " + std::to_string(index)}};
     keys.set(std::string("key") + static_cast<char>(letters[k] - 32),
              JSONObject{{"action", action}, {"caption", "Caption \xE2\x9C\x93 / more"}});
   }
@@ -25,8 +26,9 @@ JSONValue layer(int index) {
       {"kind", "custom"},
       {"holdDelay", 0.2},
       {"appScope", nullptr},
-      {"trigger", JSONObject{{"parts", JSONArray{JSONObject{{"modifier", "command"}, {"side", "right"}},
-                                                 JSONObject{{"modifier", "shift"}, {"side", "either"}}}}}},
+      {"trigger",
+       JSONObject{{"parts", JSONArray{JSONObject{{"modifier", "command"}, {"side", "right"}},
+                                      JSONObject{{"modifier", "shift"}, {"side", "either"}}}}}},
       {"keys", keys},
   };
 }

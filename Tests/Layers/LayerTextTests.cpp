@@ -38,8 +38,8 @@ TEST(LayerTextTest, CleansScalarByScalar) {
       {"joiner after a letter", scalars({'a', 0x200D, 'b'}), scalars({'a', 0x200D, 'b'}), 0},
       {"joiner between emoji", scalars({0x1F468, 0x200D, 0x1F469}),
        scalars({0x1F468, 0x200D, 0x1F469}), 0},
-      {"joiner after emoji before text", scalars({0x1F468, 0x200D, '!'}),
-       scalars({0x1F468, '!'}), 1},
+      {"joiner after emoji before text", scalars({0x1F468, 0x200D, '!'}), scalars({0x1F468, '!'}),
+       1},
       {"joiner between ASCII digits", scalars({'1', 0x200D, '2'}), "12", 1},
       {"joiner at the end after emoji", scalars({0x1F468, 0x200D}), scalars({0x1F468}), 1},
       {"non-joiner after a mark", scalars({0x915, 0x94D, 0x200C, 0x937}),
@@ -48,7 +48,12 @@ TEST(LayerTextTest, CleansScalarByScalar) {
        scalars({0x1F3F4, 0xE0067, 0xE0062, 0xE0065, 0xE006E, 0xE0067, 0xE007F}), 0},
       {"stray tags", scalars({'a', 0xE0067, 0x1F3F4, 0xE007F, 0xE0067}),
        scalars({'a', 0x1F3F4, 0xE007F}), 2},
-      {"invalid UTF-8 reads as replacement", "a\xFF" "b", "a\xEF\xBF\xBD" "b", 0},
+      {"invalid UTF-8 reads as replacement",
+       "a\xFF"
+       "b",
+       "a\xEF\xBF\xBD"
+       "b",
+       0},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);

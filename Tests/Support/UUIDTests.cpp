@@ -14,9 +14,12 @@ TEST(UUIDTest, ReadsEitherCaseWritesUpperCase) {
 }
 
 TEST(UUIDTest, RefusesOtherShapes) {
-  const char* cases[] = {"", "0f8fad5b-d9cb-469f-a165-70867728950",
-                         "0f8fad5bd9cb469fa16570867728950e0000", "0f8fad5b-d9cb-469f-a165-70867728950g",
-                         "{0f8fad5b-d9cb-469f-a165-70867728950e}", "0f8fad5b_d9cb-469f-a165-70867728950e"};
+  const char* cases[] = {"",
+                         "0f8fad5b-d9cb-469f-a165-70867728950",
+                         "0f8fad5bd9cb469fa16570867728950e0000",
+                         "0f8fad5b-d9cb-469f-a165-70867728950g",
+                         "{0f8fad5b-d9cb-469f-a165-70867728950e}",
+                         "0f8fad5b_d9cb-469f-a165-70867728950e"};
   for (const char* text : cases) {
     SCOPED_TRACE(text);
     EXPECT_FALSE(UUID::parse(text).has_value());

@@ -13,7 +13,7 @@ std::string repeated(std::string_view piece, int times) {
   return out;
 }
 
-const std::string kAcute = "\xCC\x81";              // U+0301
+const std::string kAcute = "\xCC\x81";                                       // U+0301
 const std::string kFamily = "\xF0\x9F\x91\xA8\xE2\x80\x8D\xF0\x9F\x91\xA9";  // man ZWJ woman
 
 TEST(TextLimitsTest, CutsToCharacters) {
@@ -34,7 +34,8 @@ TEST(TextLimitsTest, CutsToCharacters) {
       {"piled accents keep 16 scalars", "e" + repeated(kAcute, 20), 1, "e" + repeated(kAcute, 15)},
       {"piled accents, larger limit", "e" + repeated(kAcute, 20) + "g", 5,
        "e" + repeated(kAcute, 15) + "g"},
-      {"exactly 16 scalars stay", "e" + repeated(kAcute, 15) + "z", 9, "e" + repeated(kAcute, 15) + "z"},
+      {"exactly 16 scalars stay", "e" + repeated(kAcute, 15) + "z", 9,
+       "e" + repeated(kAcute, 15) + "z"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
@@ -51,8 +52,8 @@ TEST(TextLimitsTest, CountsCharacters) {
 }
 
 TEST(TextLimitsTest, SurvivesBrokenUTF8) {
-  const std::string hostile[] = {"\xFF\xFE", "a\xC3", "\xE2\x82", "\xF4\x90\x80\x80",
-                                 "\xED\xA0\x80", repeated("\xCC", 50)};
+  const std::string hostile[] = {"\xFF\xFE",         "a\xC3",        "\xE2\x82",
+                                 "\xF4\x90\x80\x80", "\xED\xA0\x80", repeated("\xCC", 50)};
   for (const auto& text : hostile) {
     SCOPED_TRACE(testing::PrintToString(text));
     const std::string cut = TextLimits::cut(text, 3);

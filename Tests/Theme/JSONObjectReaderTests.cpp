@@ -87,16 +87,21 @@ TEST(JSONObjectReaderTest, KnownKeysExtrasAndParts) {
         child.number("gap", 2);
         return Section{child.number("radius", 1, 0, 24)};
       },
-      [](const Section& s) { return JSONValue(JSONObject{{"radius", s.radius}}); }, Section{5});
+      [](const Section& s) {
+        return JSONValue(JSONObject{{"radius", s.radius}});
+      },
+      Section{5});
   ASSERT_TRUE(section.has_value());
   EXPECT_EQ(section->radius, 24);
   EXPECT_EQ(reader.unread().at("section.gap"), (UnreadValue{"wide", 2}));
   auto wrong = reader.part<Section>(
       "list", [](JSONObjectReader&) { return Section{0}; },
-      [](const Section& s) { return JSONValue(JSONObject{{"radius", s.radius}}); }, Section{5});
+      [](const Section& s) {
+        return JSONValue(JSONObject{{"radius", s.radius}});
+      },
+      Section{5});
   EXPECT_EQ(wrong->radius, 5);
-  EXPECT_EQ(reader.unread().at("list"),
-            (UnreadValue{JSONArray{1, 2}, JSONObject{{"radius", 5}}}));
+  EXPECT_EQ(reader.unread().at("list"), (UnreadValue{JSONArray{1, 2}, JSONObject{{"radius", 5}}}));
   EXPECT_EQ(std::count(reader.known().begin(), reader.known().end(), "three"), 1);
   const JSONObject extras = reader.extras();
   EXPECT_TRUE(extras.contains("stranger"));

@@ -26,7 +26,8 @@ std::string contents(const fs::path& file) {
 
 TEST(JSONTestSuiteTest, AcceptsValidRefusesInvalidSurvivesTheRest) {
   std::error_code error;
-  if (!fs::is_directory(suiteFolder(), error)) GTEST_SKIP() << "JSONTestSuite is not beside the repository";
+  if (!fs::is_directory(suiteFolder(), error))
+    GTEST_SKIP() << "JSONTestSuite is not beside the repository";
   int checked = 0;
   for (const auto& entry : fs::directory_iterator(suiteFolder())) {
     const std::string name = entry.path().filename().string();

@@ -42,10 +42,28 @@ TEST(JSONValueTest, DecodesEveryCase) {
 
 TEST(JSONValueTest, RefusesMalformedText) {
   const std::string_view cases[] = {
-      "",        "   ",        "{",          "[1,]",        "{\"a\":1,}", "[1] x",
-      "[1]]",    "{} {}",      "nul",        "tru",         "01",         "1.",
-      "'a'",     "\"\\x\"",    "\"a\nb\"",   "[\"\xFF\"]",  "\xEF\xBB\xBF{}",
-      "NaN",     "[1 2]",      "{\"a\" 1}",  "\"\xC0\xAF\"", "\"\xED\xA0\x80\"",
+      "",
+      "   ",
+      "{",
+      "[1,]",
+      "{\"a\":1,}",
+      "[1] x",
+      "[1]]",
+      "{} {}",
+      "nul",
+      "tru",
+      "01",
+      "1.",
+      "'a'",
+      "\"\\x\"",
+      "\"a\nb\"",
+      "[\"\xFF\"]",
+      "\xEF\xBB\xBF{}",
+      "NaN",
+      "[1 2]",
+      "{\"a\" 1}",
+      "\"\xC0\xAF\"",
+      "\"\xED\xA0\x80\"",
   };
   for (std::string_view text : cases) {
     SCOPED_TRACE(testing::PrintToString(std::string(text)));
@@ -57,7 +75,8 @@ TEST(JSONValueTest, RefusesMalformedText) {
 }
 
 TEST(JSONValueTest, NestingIsBounded) {
-  const std::string deepest = std::string(JSONValue::maxDepth, '[') + std::string(JSONValue::maxDepth, ']');
+  const std::string deepest =
+      std::string(JSONValue::maxDepth, '[') + std::string(JSONValue::maxDepth, ']');
   EXPECT_TRUE(JSONValue::decode(deepest).has_value());
   const std::string deeper = "[" + deepest + "]";
   EXPECT_FALSE(JSONValue::decode(deeper).has_value());
@@ -141,13 +160,13 @@ TEST(JSONValueTest, RestoringPutsUnreadValuesBackOnlyWhereUnchanged) {
       {"frame", "not an object"},
   });
   const std::map<std::string, UnreadValue> unread{
-      {"gap", {"12", 4}},                                // restored
-      {"plate.radius", {"big", 8}},                      // restored, nested
-      {"name", {JSONArray{}, "Original"}},               // field changed since: kept
-      {"frame.width", {"w", 1}},                         // parent no longer an object
-      {"missing.child", {"x", 1}},                       // parent missing
-      {"newKey", {"raw", nullptr}},                      // absent reads as null: added
-      {"..plate...fill", {JSONArray{1}, "#FFFFFF"}},     // empty pieces dropped
+      {"gap", {"12", 4}},                             // restored
+      {"plate.radius", {"big", 8}},                   // restored, nested
+      {"name", {JSONArray{}, "Original"}},            // field changed since: kept
+      {"frame.width", {"w", 1}},                      // parent no longer an object
+      {"missing.child", {"x", 1}},                    // parent missing
+      {"newKey", {"raw", nullptr}},                   // absent reads as null: added
+      {"..plate...fill", {JSONArray{1}, "#FFFFFF"}},  // empty pieces dropped
   };
   const JSONValue restored = written.restoring(unread);
   EXPECT_EQ(restored, JSONValue(JSONObject{

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "CorvelCore/Automation/KeyAssignment.h"
+#include "CorvelCore/Automation/ExportKind.h"
 #include "CorvelCore/Automation/ShowOptions.h"
 #include "CorvelCore/Faces/LayerTrigger.h"
 #include "CorvelCore/Layers/FillMode.h"
@@ -26,25 +27,6 @@ namespace corvel {
 
 // Who sent a command; each source may send only its own set of verbs.
 enum class AutomationSource { url, notification, commandLine, intent };
-
-// What an export writes.
-enum class ExportKind { layers, theme, sheet };
-
-inline constexpr std::array<EnumName<ExportKind>, 3> exportKindNames{{
-    {ExportKind::layers, "layers"},
-    {ExportKind::theme, "theme"},
-    {ExportKind::sheet, "sheet"},
-}};
-
-// The written name of an export kind.
-[[nodiscard]] constexpr std::string_view rawValue(ExportKind kind) {
-  return rawValue(exportKindNames, kind);
-}
-
-// The export kind written exactly as `raw`, or nothing.
-[[nodiscard]] constexpr std::optional<ExportKind> exportKind(std::string_view raw) {
-  return caseNamed<ExportKind>(exportKindNames, raw);
-}
 
 // Key assignments by canonical key name; the map keeps them sorted.
 using KeyAssignments = std::map<std::string, KeyAssignment>;

@@ -34,9 +34,7 @@ bool isInvisible(char32_t c) {
          u_hasBinaryProperty(static_cast<UChar32>(c), UCHAR_BIDI_CONTROL);
 }
 
-bool becomesLineFeed(char32_t c) {
-  return c == '\r' || c == 0x0085 || c == 0x2028 || c == 0x2029;
-}
+bool becomesLineFeed(char32_t c) { return c == '\r' || c == 0x0085 || c == 0x2028 || c == 0x2029; }
 
 // Printable ASCII, tabs and bare line feeds need no cleaning at all.
 bool isPlain(std::string_view text) {

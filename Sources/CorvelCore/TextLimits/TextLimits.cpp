@@ -33,8 +33,8 @@ std::vector<std::size_t> clusterEnds(std::string_view text, std::int64_t limit) 
     return U_SUCCESS(status) ? std::move(created) : nullptr;
   }();
   UErrorCode status = U_ZERO_ERROR;
-  UText* utext = utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()),
-                                &status);
+  UText* utext =
+      utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status);
   if (iterator == nullptr || U_FAILURE(status)) {
     // Without ICU's rules fall back to one character per scalar.
     for (std::size_t offset = 0; offset < text.size();) {
@@ -62,8 +62,8 @@ std::vector<std::size_t> clusterEnds(std::string_view text, std::int64_t limit) 
 std::string TextLimits::cut(std::string_view text, std::int64_t limit) {
   if (limit <= 0) return {};
   if (isSimple(text)) {
-    return std::string(text.substr(0, std::min<std::size_t>(text.size(),
-                                                            static_cast<std::size_t>(limit))));
+    return std::string(
+        text.substr(0, std::min<std::size_t>(text.size(), static_cast<std::size_t>(limit))));
   }
   const std::vector<std::size_t> ends = clusterEnds(text, limit);
   bool overlong = false;

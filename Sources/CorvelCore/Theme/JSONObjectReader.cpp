@@ -67,8 +67,8 @@ std::int64_t JSONObjectReader::integer(std::string_view key, std::int64_t fallba
   return integer(key, fallback, -maxExactInteger, maxExactInteger);
 }
 
-std::int64_t JSONObjectReader::integer(std::string_view key, std::int64_t fallback,
-                                       std::int64_t lo, std::int64_t hi) {
+std::int64_t JSONObjectReader::integer(std::string_view key, std::int64_t fallback, std::int64_t lo,
+                                       std::int64_t hi) {
   const JSONValue* found = lookUp(key);
   if (found == nullptr) return fallback;
   auto number = found->asNumber();
@@ -77,8 +77,8 @@ std::int64_t JSONObjectReader::integer(std::string_view key, std::int64_t fallba
     return fallback;
   }
   if (!std::isfinite(*number)) return fallback;
-  double clamped = std::trunc(
-      std::min(static_cast<double>(hi), std::max(static_cast<double>(lo), *number)));
+  double clamped =
+      std::trunc(std::min(static_cast<double>(hi), std::max(static_cast<double>(lo), *number)));
   // Only values strictly inside the 64-bit range convert without overflow.
   constexpr double kLimit = 9223372036854775808.0;
   if (!(clamped >= -kLimit && clamped < kLimit)) return fallback;

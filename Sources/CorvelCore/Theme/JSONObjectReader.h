@@ -99,8 +99,7 @@ class JSONObjectReader {
   }
   // The members of an object; null or another type gives nothing, marked
   // unread (readAs: what `readAs` produces).
-  std::optional<JSONObject> object(std::string_view key,
-                                   const std::function<JSONValue()>& readAs);
+  std::optional<JSONObject> object(std::string_view key, const std::function<JSONValue()>& readAs);
   // A sub-record: an object is handed to `read` with a child reader at
   // pathOf(key), whose unread entries are then absorbed; null gives nothing;
   // another type gives the default, marked unread (readAs: `json` of the

@@ -159,8 +159,7 @@ std::size_t JSONValue::hash() const {
   return seed;
 }
 
-JSONValue JSONValue::restoring(const UnreadValue& unread,
-                               std::span<const std::string> path) const {
+JSONValue JSONValue::restoring(const UnreadValue& unread, std::span<const std::string> path) const {
   const JSONObject* object = asObject();
   if (object == nullptr || path.empty()) return *this;
   if (path.size() > 1) {
