@@ -21,18 +21,12 @@ inline constexpr std::array<EnumName<FillMode>, 3> fillModeNames{{
 
 // The written name of a fill mode.
 [[nodiscard]] constexpr std::string_view rawValue(FillMode mode) {
-  for (const auto& name : fillModeNames) {
-    if (name.value == mode) return name.raw;
-  }
-  return {};
+  return rawValue(fillModeNames, mode);
 }
 
 // The fill mode written exactly as `raw`, or nothing.
 [[nodiscard]] constexpr std::optional<FillMode> fillMode(std::string_view raw) {
-  for (const auto& name : fillModeNames) {
-    if (name.raw == raw) return name.value;
-  }
-  return std::nullopt;
+  return caseNamed<FillMode>(fillModeNames, raw);
 }
 
 }  // namespace corvel

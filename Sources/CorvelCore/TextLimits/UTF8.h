@@ -14,7 +14,7 @@ struct UTF8 {
 
   // The scalar at `offset` (which must be < text.size()); advances `offset`
   // past it.
-  [[nodiscard]] static char32_t next(std::string_view text, std::size_t& offset);
+  static char32_t next(std::string_view text, std::size_t& offset);
   // Appends the scalar's UTF-8 bytes.
   static void append(std::string& out, char32_t scalar);
   // The number of scalars in the text.

@@ -28,9 +28,10 @@ struct EnumName {
   std::string_view raw;
 };
 
-// The raw text of an enumeration case, from its table; empty when missing.
-template <class E>
-[[nodiscard]] std::string_view rawValue(std::span<const EnumName<E>> names, E value) {
+// The raw text of an enumeration case, from its table (any range of
+// EnumName<E>, such as a constexpr array); empty when missing.
+template <class Names, class E>
+[[nodiscard]] constexpr std::string_view rawValue(const Names& names, E value) {
   for (const auto& name : names) {
     if (name.value == value) return name.raw;
   }
@@ -38,8 +39,8 @@ template <class E>
 }
 
 // The case whose raw text equals `raw` exactly, from its table.
-template <class E>
-[[nodiscard]] std::optional<E> caseNamed(std::span<const EnumName<E>> names, std::string_view raw) {
+template <class E, class Names>
+[[nodiscard]] constexpr std::optional<E> caseNamed(const Names& names, std::string_view raw) {
   for (const auto& name : names) {
     if (name.raw == raw) return name.value;
   }
@@ -86,20 +87,19 @@ class JSONObjectReader {
                        std::int64_t hi);
   // The case whose raw text equals the string; null, another type or an
   // unknown text gives the default, marked unread (readAs: the default's raw text).
-  template <class E>
-  E choice(std::string_view key, E fallback, std::span<const EnumName<E>> names) {
+  template <class E, class Names>
+  E choice(std::string_view key, E fallback, const Names& names) {
     const JSONValue* found = lookUp(key);
     if (found == nullptr) return fallback;
     if (const std::string* text = found->asString()) {
-      if (auto match = caseNamed(names, *text)) return *match;
+      if (auto match = caseNamed<E>(names, *text)) return *match;
     }
     markUnread(key, *found, JSONValue(rawValue(names, fallback)));
     return fallback;
   }
   // The members of an object; null or another type gives nothing, marked
   // unread (readAs: what `readAs` produces).
-  std::optional<JSONObject> object(std::string_view key,
-                                   const std::function<JSONValue()>& readAs);
+  std::optional<JSONObject> object(std::string_view key, const std::function<JSONValue()>& readAs);
   // A sub-record: an object is handed to `read` with a child reader at
   // pathOf(key), whose unread entries are then absorbed; null gives nothing;
   // another type gives the default, marked unread (readAs: `json` of the

@@ -77,8 +77,9 @@ class JSONValue {
   // The cases, in their declared order.
   enum class Kind { string, number, boolean, object, array, null };
 
-  // Deepest nesting of arrays and objects that `decode` accepts.
-  static constexpr int maxDepth = 1024;
+  // Deepest nesting of arrays and objects that `decode` accepts; far beyond
+  // any document of ours, and well inside the parser's own limit.
+  static constexpr int maxDepth = 512;
 
   JSONValue() : storage_(nullptr) {}
   JSONValue(std::nullptr_t) : storage_(nullptr) {}

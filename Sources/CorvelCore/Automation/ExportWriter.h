@@ -1,0 +1,36 @@
+// ExportWriter: the export path rules bound to the real file system, and the
+// one way an export file is written: complete, and never over another file.
+#pragma once
+
+#include <expected>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "CorvelCore/Automation/ExportPath.h"
+
+namespace corvel {
+
+struct ExportWriter {
+  // The file-system questions answered by this machine's disk.
+  [[nodiscard]] static FileQuestions disk();
+
+  // The identities of the folder at `path` and every folder above it, read
+  // without following a final link, up to the top (which is its own parent).
+  [[nodiscard]] static std::vector<FileIdentity> diskIdentities(const std::string& path);
+
+  // `ExportPath::check` against the real disk.
+  [[nodiscard]] static std::expected<std::string, ExportRefusal> check(
+      std::string_view path, ExportKind kind, const std::optional<std::string>& appBundle,
+      const std::string& supportFolder);
+
+  // Writes `data` as a new file at `path`: first into a temporary folder
+  // beside it, then moved into place with a rename that fails if anything is
+  // there. `exists` when something got there first, `couldNotWrite` for any
+  // other failure. The temporary folder is always removed.
+  [[nodiscard]] static std::expected<void, ExportRefusal> writeNew(std::string_view data,
+                                                                   const std::string& path);
+};
+
+}  // namespace corvel

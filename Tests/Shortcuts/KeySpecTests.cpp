@@ -1,0 +1,120 @@
+#include "CorvelCore/Shortcuts/KeySpec.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+namespace corvel {
+namespace {
+
+using namespace std::string_view_literals;
+
+TEST(KeySpecTests, readsAndWritesOneCanonicalText) {
+  const std::pair<std::string_view, std::string_view> cases[] = {
+      {"cmd+shift+k", "shift+cmd+k"},
+      {"Cmd+Shift+K", "shift+cmd+k"},
+      {"Alt+Cmd+K", "opt+cmd+k"},
+      {"cmd+opt+k", "opt+cmd+k"},
+      {"fn+cmd+shift+opt+ctrl+left", "ctrl+opt+shift+cmd+fn+left"},
+      {"cmd+cmd+k", "cmd+k"},
+      {"ctrl+k ctrl+s", "ctrl+k ctrl+s"},
+      {"CMD+PLUS", "cmd+plus"},
+      {"plus", "plus"},
+      {"cmd+keyA", "cmd+a"},
+      {"ctrl+ArrowLeft", "ctrl+left"},
+      {"cmd+minus", "cmd+-"},
+      {"shift+/", "shift+/"},
+      {"cmd+`", "cmd+`"},
+      {"cmd+§", "cmd+§"},
+      {"F5", "f5"},
+      {"PageDown", "pagedown"},
+      {"\u212A", "k"},  // the Kelvin sign lowers to k
+  };
+  for (const auto& [text, written] : cases) {
+    SCOPED_TRACE(std::string(text));
+    const auto steps = KeySpec::parse(text);
+    ASSERT_TRUE(steps.has_value());
+    EXPECT_EQ(KeySpec::format(*steps), written);
+  }
+  EXPECT_EQ(KeySpec::parse("cmd+plus"),
+            (std::vector<KeyCombo>{{{KeyModifier::command}, KeyID::keypadPlus}}));
+  EXPECT_EQ(KeySpec::parse("ctrl+k shift+2"),
+            (std::vector<KeyCombo>{{{KeyModifier::control}, KeyID::keyK},
+                                   {{KeyModifier::shift}, KeyID::digit2}}));
+}
+
+TEST(KeySpecTests, refusesWhatIsNoShortcut) {
+  const std::string_view cases[] = {
+      "",
+      " ",
+      "cmd+",
+      "+k",
+      "cmd++",
+      "+",
+      "cmd+shift",
+      "k+cmd",
+      "cmd+command+k",
+      "cmd+ k",
+      " cmd+k",
+      "cmd+k ",
+      "a  b",
+      "a b c",
+      "esc",
+      "backspace",
+      "fn",
+      "cmd+\xff",
+      "cmd+a\0"sv,
+      "cmd+é",
+      "ctrl+k\tctrl+s",
+      "cmd\u00A0+k",
+      "keya+b",
+      "lcmd+k",
+      "cmd+?",
+  };
+  for (std::string_view text : cases) {
+    SCOPED_TRACE(std::string(text));
+    EXPECT_EQ(KeySpec::parse(text), std::nullopt);
+  }
+}
+
+TEST(KeySpecTests, everyKeyAndModifierSetRoundTrips) {
+  const KeyModifiers sets[] = {{},
+                               {KeyModifier::fn},
+                               {KeyModifier::command, KeyModifier::shift},
+                               {KeyModifier::control, KeyModifier::option, KeyModifier::shift,
+                                KeyModifier::command, KeyModifier::fn}};
+  for (const KeyInfo& info : allKeys()) {
+    for (const KeyModifiers& modifiers : sets) {
+      const std::vector<KeyCombo> steps{{modifiers, info.id}, {{}, info.id}};
+      SCOPED_TRACE(KeySpec::format(steps));
+      EXPECT_EQ(KeySpec::parse(KeySpec::format(steps)), steps);
+    }
+  }
+}
+
+// Texts glued from pieces the grammar cares about: no crash, and whatever
+// reads writes a text that reads back the same.
+TEST(KeySpecTests, randomTextsNeverBreakTheRoundTrip) {
+  const std::string_view pieces[] = {"cmd",  "Shift", "alt", "fn",   "+",    " ",   "k",
+                                     "plus", "F5",    "§",   "\xe2", "\x80", "%2B", "keyA"};
+  std::mt19937 random(7);
+  std::uniform_int_distribution<std::size_t> pick(0, std::size(pieces) - 1);
+  std::uniform_int_distribution<int> length(1, 8);
+  int read = 0;
+  for (int round = 0; round < 20000; ++round) {
+    std::string text;
+    for (int count = length(random); count > 0; --count) text += pieces[pick(random)];
+    const auto steps = KeySpec::parse(text);
+    if (!steps) continue;
+    ++read;
+    SCOPED_TRACE(text);
+    ASSERT_FALSE(steps->empty());
+    ASSERT_LE(steps->size(), KeySpec::maxSteps);
+    EXPECT_EQ(KeySpec::parse(KeySpec::format(*steps)), steps);
+  }
+  EXPECT_GT(read, 100);
+}
+
+}  // namespace
+}  // namespace corvel
