@@ -5,6 +5,8 @@
 // are points.
 #pragma once
 
+#include "CorvelCore/Theme/ThemeColor.h"
+
 namespace corvel {
 
 struct EffectCurves {
@@ -35,6 +37,8 @@ struct EffectCurves {
   static constexpr double keylineWidth = 1.0;           // outline drawn around effects
   static constexpr double keylineAlpha = 0.85;          // outline opacity
   static constexpr double keylineAlphaIncreased = 1.0;  // outline opacity, increased contrast
+  // The colour of the dimmed screen around the spotlight: a near-black blue.
+  static constexpr ThemeColor spotlightDimColour{5.0 / 255, 8.0 / 255, 15.0 / 255, 1};
 
   // The ease-out timing curve (cubic Bézier with control points (0, 0) and
   // (0.58, 1)) at t, clamped into 0...1; NaN reads as 0.
