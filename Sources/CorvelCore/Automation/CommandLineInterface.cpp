@@ -211,8 +211,7 @@ bool takesOption(Verb verb, std::string_view word) {
   return true;
 }
 
-constexpr std::array<std::string_view, 9> kHelpTopics = {
-    "show", "hide", "toggle", "profile", "theme", "layer", "layers", "themes", "sheets"};
+constexpr const auto& kHelpTopics = CommandLineInterface::helpTopics;
 
 std::string lowercasedASCII(std::string_view text) {
   std::string out(text);
@@ -617,7 +616,37 @@ bool isInvisible(char32_t c) {
   }
 }
 
+std::string_view plainWord(Verb verb) {
+  switch (verb) {
+    case Verb::help:
+      return "TOPIC";
+    case Verb::profile:
+    case Verb::theme:
+      return "NAME";
+    default:
+      return kindOf(verb) ? "FILE" : "";
+  }
+}
+
 }  // namespace
+
+const std::vector<CommandLineInterface::Command>& CommandLineInterface::commands() {
+  static const std::vector<Command> commands = [] {
+    std::vector<Command> out;
+    for (const auto& row : commandTable()) {
+      Command command{row.first, row.sub, {}, plainWord(row.verb)};
+      for (const auto* table : row.tables) {
+        for (const auto& option : *table) {
+          if (takesOption(row.verb, option.word))
+            command.options.emplace_back(option.word, option.option);
+        }
+      }
+      out.push_back(std::move(command));
+    }
+    return out;
+  }();
+  return commands;
+}
 
 std::expected<CommandLineAction, AutomationError> CommandLineInterface::parse(
     std::span<const std::string> words, std::string_view currentDirectory,
