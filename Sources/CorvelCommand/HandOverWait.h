@@ -15,12 +15,13 @@
 #include <string>
 
 #include "CorvelCommand/HandOver.h"
+#include "CorvelCore/Automation/CommandLineInterface.h"
 
 namespace corvel {
 
 struct HandOverWait {
   // How long the tool waits for the system's report, in seconds.
-  static constexpr double seconds = 5.0;
+  static constexpr double seconds = CommandLineInterface::handOverSeconds;
   // The longest single turn of the event loop while waiting, in seconds.
   static constexpr double sliceSeconds = 0.05;
 
