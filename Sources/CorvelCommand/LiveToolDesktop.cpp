@@ -1,0 +1,22 @@
+// Finding the app and handing it links on Linux desktops. Until the desktop
+// hand-over is wired, no app is found, so changing commands report that the
+// app is not installed.
+#if !defined(__APPLE__)
+
+#include "CorvelCommand/LiveTool.h"
+
+namespace corvel {
+
+std::optional<std::string> LiveTool::enclosingApp() { return std::nullopt; }
+
+std::optional<std::string> LiveTool::quillonApp() { return std::nullopt; }
+
+HandOver LiveTool::handOver(const std::string&, const std::string&) { return HandOver::failed; }
+
+AppMatch LiveTool::app(std::string_view) { return AppMatch::none(); }
+
+ToolWorld::Version LiveTool::version() { return {}; }
+
+}  // namespace corvel
+
+#endif
