@@ -1,7 +1,5 @@
 #include "CorvelCore/Automation/CommandLineInterface.h"
 
-#include <unicode/uchar.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -13,6 +11,7 @@
 #include "CorvelCore/Automation/KeyName.h"
 #include "CorvelCore/Brand/Brand.h"
 #include "CorvelCore/Layers/LayerNames.h"
+#include "CorvelCore/Support/UnicodeText.h"
 #include "CorvelCore/TextLimits/TextLimits.h"
 #include "CorvelCore/TextLimits/UTF8.h"
 
@@ -211,8 +210,7 @@ bool takesOption(Verb verb, std::string_view word) {
   return true;
 }
 
-constexpr std::array<std::string_view, 9> kHelpTopics = {
-    "show", "hide", "toggle", "profile", "theme", "layer", "layers", "themes", "sheets"};
+constexpr const auto& kHelpTopics = CommandLineInterface::helpTopics;
 
 std::string lowercasedASCII(std::string_view text) {
   std::string out(text);
@@ -602,22 +600,37 @@ std::expected<CommandLineAction, AutomationError> build(Verb verb, const Reading
   return std::unexpected(notACommand(name));
 }
 
-bool isInvisible(char32_t c) {
-  switch (u_charType(static_cast<UChar32>(c))) {
-    case U_LINE_SEPARATOR:
-    case U_PARAGRAPH_SEPARATOR:
-    case U_CONTROL_CHAR:
-    case U_FORMAT_CHAR:
-    case U_SURROGATE:
-    case U_PRIVATE_USE_CHAR:
-    case U_UNASSIGNED:
-      return true;
+std::string_view plainWord(Verb verb) {
+  switch (verb) {
+    case Verb::help:
+      return "TOPIC";
+    case Verb::profile:
+    case Verb::theme:
+      return "NAME";
     default:
-      return false;
+      return kindOf(verb) ? "FILE" : "";
   }
 }
 
 }  // namespace
+
+const std::vector<CommandLineInterface::Command>& CommandLineInterface::commands() {
+  static const std::vector<Command> commands = [] {
+    std::vector<Command> out;
+    for (const auto& row : commandTable()) {
+      Command command{row.first, row.sub, {}, plainWord(row.verb)};
+      for (const auto* table : row.tables) {
+        for (const auto& option : *table) {
+          if (takesOption(row.verb, option.word))
+            command.options.emplace_back(option.word, option.option);
+        }
+      }
+      out.push_back(std::move(command));
+    }
+    return out;
+  }();
+  return commands;
+}
 
 std::expected<CommandLineAction, AutomationError> CommandLineInterface::parse(
     std::span<const std::string> words, std::string_view currentDirectory,
@@ -808,7 +821,7 @@ std::string CommandLineInterface::shown(std::string_view text) {
   visible.reserve(text.size());
   for (std::size_t offset = 0; offset < text.size();) {
     const char32_t c = UTF8::next(text, offset);
-    if (!isInvisible(c)) UTF8::append(visible, c);
+    if (!UnicodeText::isInvisible(c)) UTF8::append(visible, c);
   }
   if (visible.empty()) return "That";
   if (TextLimits::characterCount(visible) >= 41) visible = TextLimits::cut(visible, 39) + "\u2026";
