@@ -1,7 +1,5 @@
 #include "CorvelCore/Automation/CommandLineInterface.h"
 
-#include <unicode/uchar.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -13,6 +11,7 @@
 #include "CorvelCore/Automation/KeyName.h"
 #include "CorvelCore/Brand/Brand.h"
 #include "CorvelCore/Layers/LayerNames.h"
+#include "CorvelCore/Support/UnicodeText.h"
 #include "CorvelCore/TextLimits/TextLimits.h"
 #include "CorvelCore/TextLimits/UTF8.h"
 
@@ -39,9 +38,12 @@ const std::vector<OptionRow> kShowOptions = {
     {"--name", {Option::Value{"name"}}},
 };
 const std::vector<OptionRow> kKeyOptions = {
-    {"--text", {Option::Key{"text:"}}}, {"--symbol", {Option::Key{"s:"}}},
-    {"--symtext", {Option::Key{"symtext:"}}}, {"--app", {Option::AppKey{}}},
-    {"-k", {Option::RawKey{}}},         {"--key", {Option::RawKey{}}},
+    {"--text", {Option::Key{"text:"}}},
+    {"--symbol", {Option::Key{"s:"}}},
+    {"--symtext", {Option::Key{"symtext:"}}},
+    {"--app", {Option::AppKey{}}},
+    {"-k", {Option::RawKey{}}},
+    {"--key", {Option::RawKey{}}},
 };
 const std::vector<OptionRow> kFileOptions = {
     {"-f", {Option::File{}}},
@@ -141,9 +143,27 @@ std::string_view example(std::string_view optionWord) {
 // ---- Commands ----
 
 enum class Verb {
-  help, version, show, toggle, hide, profile, theme, layerShow, layerReset,
-  layersList, layersStore, layersEdit, layersRemove, layersExport, layersImport,
-  themesList, themesExport, themesImport, sheetsList, sheetsExport, sheetsImport,
+  help,
+  version,
+  show,
+  toggle,
+  hide,
+  profile,
+  theme,
+  layerShow,
+  layerReset,
+  layersList,
+  layersStore,
+  layersEdit,
+  layersRemove,
+  layersExport,
+  layersImport,
+  themesList,
+  themesExport,
+  themesImport,
+  sheetsList,
+  sheetsExport,
+  sheetsImport,
 };
 
 struct CommandRow {
@@ -167,8 +187,7 @@ const std::vector<CommandRow>& commandTable() {
       {"layer", "reset", Verb::layerReset, {}},
       {"layers", "list", Verb::layersList, {&kListOptions}},
       {"layers", "store", Verb::layersStore, {&kLayerStoreOptions, &kKeyOptions}},
-      {"layers", "edit", Verb::layersEdit,
-       {&kLayerStoreOptions, &kKeyOptions, &kLayerEditExtra}},
+      {"layers", "edit", Verb::layersEdit, {&kLayerStoreOptions, &kKeyOptions, &kLayerEditExtra}},
       {"layers", "remove", Verb::layersRemove, {&kLayerStoreOptions}},
       {"layers", "export", Verb::layersExport, {&kNameOption, &kFileOptions}},
       {"layers", "import", Verb::layersImport, {}},
@@ -191,8 +210,7 @@ bool takesOption(Verb verb, std::string_view word) {
   return true;
 }
 
-constexpr std::array<std::string_view, 9> kHelpTopics = {
-    "show", "hide", "toggle", "profile", "theme", "layer", "layers", "themes", "sheets"};
+constexpr const auto& kHelpTopics = CommandLineInterface::helpTopics;
 
 std::string lowercasedASCII(std::string_view text) {
   std::string out(text);
@@ -461,10 +479,14 @@ std::expected<std::optional<std::string>, AutomationError> exportName(const Read
 
 std::optional<ExportKind> kindOf(Verb verb) {
   switch (verb) {
-    case Verb::layersImport: return ExportKind::layers;
-    case Verb::themesImport: return ExportKind::theme;
-    case Verb::sheetsImport: return ExportKind::sheet;
-    default: return std::nullopt;
+    case Verb::layersImport:
+      return ExportKind::layers;
+    case Verb::themesImport:
+      return ExportKind::theme;
+    case Verb::sheetsImport:
+      return ExportKind::sheet;
+    default:
+      return std::nullopt;
   }
 }
 
@@ -480,9 +502,12 @@ constexpr std::array<std::pair<std::string_view, ExportKind>, 7> kImportExtensio
 
 std::string_view currentExtension(ExportKind kind) {
   switch (kind) {
-    case ExportKind::layers: return "quillonlayer";
-    case ExportKind::theme: return "quillontheme";
-    case ExportKind::sheet: return "quillonsheet";
+    case ExportKind::layers:
+      return "quillonlayer";
+    case ExportKind::theme:
+      return "quillontheme";
+    case ExportKind::sheet:
+      return "quillonsheet";
   }
   return "";
 }
@@ -500,27 +525,38 @@ std::expected<CommandLineAction, AutomationError> build(Verb verb, const Reading
       }
       return CommandLineAction(CommandLineAction::Help{topic});
     }
-    case Verb::show: return send("show", reading.pairs);
-    case Verb::toggle: return send("toggle", reading.pairs);
-    case Verb::hide: return send("hide", reading.pairs);
-    case Verb::layerShow: return send("layer/show", reading.pairs);
-    case Verb::layerReset: return send("layer/reset", reading.pairs);
-    case Verb::layersStore: return send("layer/store", reading.pairs);
-    case Verb::layersEdit: return send("layer/edit", reading.pairs);
-    case Verb::layersRemove: return send("layer/remove", reading.pairs);
+    case Verb::show:
+      return send("show", reading.pairs);
+    case Verb::toggle:
+      return send("toggle", reading.pairs);
+    case Verb::hide:
+      return send("hide", reading.pairs);
+    case Verb::layerShow:
+      return send("layer/show", reading.pairs);
+    case Verb::layerReset:
+      return send("layer/reset", reading.pairs);
+    case Verb::layersStore:
+      return send("layer/store", reading.pairs);
+    case Verb::layersEdit:
+      return send("layer/edit", reading.pairs);
+    case Verb::layersRemove:
+      return send("layer/remove", reading.pairs);
     case Verb::profile:
     case Verb::theme: {
       if (reading.plain.empty()) return std::unexpected(flagMissing(kNameWord));
-      auto action = send(verb == Verb::profile ? "profile" : "theme",
-                         {{"name", reading.plain.front()}});
+      auto action =
+          send(verb == Verb::profile ? "profile" : "theme", {{"name", reading.plain.front()}});
       if (!action && action.error().as<AutomationError::BadValue>() != nullptr) {
         return std::unexpected(flagMustBe(kNameWord));
       }
       return action;
     }
-    case Verb::layersList: return CommandLineAction(CommandLineAction::ListLayers{reading.json});
-    case Verb::themesList: return CommandLineAction(CommandLineAction::ListThemes{reading.json});
-    case Verb::sheetsList: return CommandLineAction(CommandLineAction::ListSheets{reading.json});
+    case Verb::layersList:
+      return CommandLineAction(CommandLineAction::ListLayers{reading.json});
+    case Verb::themesList:
+      return CommandLineAction(CommandLineAction::ListThemes{reading.json});
+    case Verb::sheetsList:
+      return CommandLineAction(CommandLineAction::ListSheets{reading.json});
     case Verb::layersExport:
     case Verb::themesExport: {
       auto target = exportTarget(reading);
@@ -546,16 +582,17 @@ std::expected<CommandLineAction, AutomationError> build(Verb verb, const Reading
     case Verb::themesImport:
     case Verb::sheetsImport: {
       if (reading.plain.size() != 1) {
-        return std::unexpected(AutomationError::badArgument(
-            "quillon " + std::string(name) + " takes one FILE. Put quotes around a name with "
-                                             "spaces."));
+        return std::unexpected(
+            AutomationError::badArgument("quillon " + std::string(name) +
+                                         " takes one FILE. Put quotes around a name with "
+                                         "spaces."));
       }
       const ExportKind kind = kindOf(verb).value_or(ExportKind::layers);
       const std::string& file = reading.plain.front();
       if (CommandLineInterface::importKind(file) != kind) {
-        return std::unexpected(AutomationError::badArgument(
-            "quillon " + std::string(name) + " takes a ." + std::string(currentExtension(kind)) +
-            " file."));
+        return std::unexpected(
+            AutomationError::badArgument("quillon " + std::string(name) + " takes a ." +
+                                         std::string(currentExtension(kind)) + " file."));
       }
       return send("import", {{"file", file}});
     }
@@ -563,22 +600,37 @@ std::expected<CommandLineAction, AutomationError> build(Verb verb, const Reading
   return std::unexpected(notACommand(name));
 }
 
-bool isInvisible(char32_t c) {
-  switch (u_charType(static_cast<UChar32>(c))) {
-    case U_LINE_SEPARATOR:
-    case U_PARAGRAPH_SEPARATOR:
-    case U_CONTROL_CHAR:
-    case U_FORMAT_CHAR:
-    case U_SURROGATE:
-    case U_PRIVATE_USE_CHAR:
-    case U_UNASSIGNED:
-      return true;
+std::string_view plainWord(Verb verb) {
+  switch (verb) {
+    case Verb::help:
+      return "TOPIC";
+    case Verb::profile:
+    case Verb::theme:
+      return "NAME";
     default:
-      return false;
+      return kindOf(verb) ? "FILE" : "";
   }
 }
 
 }  // namespace
+
+const std::vector<CommandLineInterface::Command>& CommandLineInterface::commands() {
+  static const std::vector<Command> commands = [] {
+    std::vector<Command> out;
+    for (const auto& row : commandTable()) {
+      Command command{row.first, row.sub, {}, plainWord(row.verb)};
+      for (const auto* table : row.tables) {
+        for (const auto& option : *table) {
+          if (takesOption(row.verb, option.word))
+            command.options.emplace_back(option.word, option.option);
+        }
+      }
+      out.push_back(std::move(command));
+    }
+    return out;
+  }();
+  return commands;
+}
 
 std::expected<CommandLineAction, AutomationError> CommandLineInterface::parse(
     std::span<const std::string> words, std::string_view currentDirectory,
@@ -769,7 +821,7 @@ std::string CommandLineInterface::shown(std::string_view text) {
   visible.reserve(text.size());
   for (std::size_t offset = 0; offset < text.size();) {
     const char32_t c = UTF8::next(text, offset);
-    if (!isInvisible(c)) UTF8::append(visible, c);
+    if (!UnicodeText::isInvisible(c)) UTF8::append(visible, c);
   }
   if (visible.empty()) return "That";
   if (TextLimits::characterCount(visible) >= 41) visible = TextLimits::cut(visible, 39) + "\u2026";

@@ -7,6 +7,7 @@
 // had arrived as a quillon:// link, so the tool applies the app's own rules.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <expected>
 #include <functional>
@@ -14,7 +15,9 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
+#include <vector>
 
 #include "CorvelCore/Automation/AppMatch.h"
 #include "CorvelCore/Automation/AutomationError.h"
@@ -57,6 +60,21 @@ struct CommandLineInterface {
   };
 
   using ResolveApp = std::function<AppMatch(std::string_view name)>;
+
+  // One command of the grammar, as completions and the manual describe it.
+  struct Command {
+    std::string_view first;  // "layers"
+    std::string_view sub;    // "store"; empty for a command without subcommands
+    std::vector<std::pair<std::string_view, Option>> options;  // every option word it takes
+    std::string_view word;  // the plain word it takes ("TOPIC", "NAME", "FILE"), or empty
+  };
+
+  // Every command, in the order of the usage text; the parser reads with
+  // these very tables.
+  [[nodiscard]] static const std::vector<Command>& commands();
+  // The topics `help` takes.
+  static constexpr std::array<std::string_view, 9> helpTopics = {
+      "show", "hide", "toggle", "profile", "theme", "layer", "layers", "themes", "sheets"};
 
   // One command line (without the program's path) as an action, or the first
   // problem found. App names are resolved with `resolveApp`; relative file
