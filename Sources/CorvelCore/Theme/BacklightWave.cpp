@@ -20,8 +20,9 @@ std::vector<BacklightWave::Step> BacklightWave::neighbours(KeyID key,
     std::size_t order;
     KeyID key;
   };
-  std::vector<Kept> kept;
   const std::span<const Keycap> caps = geometry.caps();
+  std::vector<Kept> kept;
+  kept.reserve(caps.size());
   for (std::size_t i = 0; i < caps.size(); ++i) {
     if (caps[i].key == key) continue;
     const KeyFrame shape = caps[i].shape();
