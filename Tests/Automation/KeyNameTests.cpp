@@ -32,6 +32,11 @@ TEST(KeyNameTests, givesOneNamePerKey) {
       {"%C2%A7", "§"},
       {"`", "`"},
       {"\u212A", "k"},
+      // A character of another layout names the key that types it.
+      {"\u00C9", "\u00E9"},
+      {"e\u0301", "e\u0301"},
+      {"%", "%"},
+      {"\U0001F600", "\U0001F600"},
       // 39 scalars before decoding, 13 after: the limit counts the decoded name.
       {"%66%6F%72%77%61%72%64%64%65%6C%65%74%65", "forwarddelete"},
   };
@@ -42,43 +47,38 @@ TEST(KeyNameTests, givesOneNamePerKey) {
 }
 
 TEST(KeyNameTests, refusesWhatNamesNoKey) {
-  const std::string_view cases[] = {
-      "",
-      " ",
-      "\t",
-      "\u00A0",
-      "\u200B",
-      "\x01",
-      "\u2028",
-      "\x00"sv,
-      "\xff",
-      "\U000F0000",
-      "é",
-      "e\u0301",
-      "%",
-      "%%",
-      "%zz",
-      "%6",
-      "%FF",
-      "%20",
-      "%09",
-      "%00",
-      "cmd",
-      "fn",
-      "cmd+a",
-      "a b",
-      "esc esc",
-      "ab",
-      "?",
-      "escape ",
-      "%65sc%",
-      "\xed\xa0\x80",
-      "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa",
-  };
+  const std::string_view cases[] = {" ",
+                                    "",
+                                    "\t",
+                                    "\u00A0",
+                                    "\u200B",
+                                    "\x01",
+                                    "\u2028",
+                                    "\xff",
+                                    "\U000F0000",
+                                    "%%",
+                                    "%zz",
+                                    "%6",
+                                    "%FF",
+                                    "%20",
+                                    "%09",
+                                    "%00",
+                                    "cmd",
+                                    "fn",
+                                    "cmd+a",
+                                    "a b",
+                                    "esc esc",
+                                    "ab",
+                                    "?",
+                                    "escape ",
+                                    "%65sc%",
+                                    "\xed\xa0\x80",
+                                    "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa"};
   for (std::string_view text : cases) {
     SCOPED_TRACE(std::string(text));
     EXPECT_EQ(KeyName::canonical(text), std::nullopt);
   }
+  EXPECT_EQ(KeyName::canonical("\x00"sv), std::nullopt);
 }
 
 TEST(KeyNameTests, everyKeyHasACanonicalNameThatNamesItBack) {

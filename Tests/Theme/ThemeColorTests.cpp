@@ -15,12 +15,12 @@ TEST(ThemeColorTest, ParsesOnlyHashFollowedByThreeSixOrEightHexDigits) {
     std::optional<std::uint32_t> rgba;
   };
   const Case cases[] = {
-      {"#abc", 0xAABBCCFF},      {"#ABC", 0xAABBCCFF},      {"#AABBCC80", 0xAABBCC80},
-      {"#00ff7F", 0x00FF7FFF},   {"#000000", 0x000000FF},   {"#FFFFFF00", 0xFFFFFF00},
-      {"#12345", std::nullopt},  {"abc", std::nullopt},     {"#GG0000", std::nullopt},
-      {"", std::nullopt},        {"#", std::nullopt},       {"#1234", std::nullopt},
-      {"#1234567", std::nullopt}, {"#123456789", std::nullopt}, {" #abc", std::nullopt},
-      {"#abc ", std::nullopt},   {"#+bc", std::nullopt},    {"#0x1234", std::nullopt},
+      {"#abc", 0xAABBCCFF},       {"#ABC", 0xAABBCCFF},          {"#AABBCC80", 0xAABBCC80},
+      {"#00ff7F", 0x00FF7FFF},    {"#000000", 0x000000FF},       {"#FFFFFF00", 0xFFFFFF00},
+      {"#12345", std::nullopt},   {"abc", std::nullopt},         {"#GG0000", std::nullopt},
+      {"", std::nullopt},         {"#", std::nullopt},           {"#1234", std::nullopt},
+      {"#1234567", std::nullopt}, {"#123456789", std::nullopt},  {" #abc", std::nullopt},
+      {"#abc ", std::nullopt},    {"#+bc", std::nullopt},        {"#0x1234", std::nullopt},
       {"##abcdef", std::nullopt}, {"#ab\xC3\xA9", std::nullopt},
   };
   for (const auto& c : cases) {

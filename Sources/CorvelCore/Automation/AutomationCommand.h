@@ -35,30 +35,30 @@ using KeyChanges = std::map<std::string, std::optional<KeyAssignment>>;
 
 // A layer shown once and not stored.
 struct TemporaryLayerSpec {
-  std::optional<std::string> name;
-  KeyAssignments keys;
+  std::optional<std::string> name{};
+  KeyAssignments keys{};
   friend bool operator==(const TemporaryLayerSpec&, const TemporaryLayerSpec&) = default;
 };
 
 // A layer to be saved.
 struct StoredLayerSpec {
   // The modifier combination that holds the layer.
-  LayerTrigger trigger;
-  std::optional<std::string> name;
+  LayerTrigger trigger{};
+  std::optional<std::string> name{};
   // A bundle identifier; the layer then applies only in that app.
-  std::optional<std::string> appScope;
+  std::optional<std::string> appScope{};
   // Seconds the trigger must be held before the layer shows.
-  std::optional<double> holdDelay;
-  std::optional<FillMode> fill;
-  KeyAssignments keys;
+  std::optional<double> holdDelay{};
+  std::optional<FillMode> fill{};
+  KeyAssignments keys{};
   friend bool operator==(const StoredLayerSpec&, const StoredLayerSpec&) = default;
 };
 
 // Names a stored layer by its trigger, its name or both, optionally in one app.
 struct LayerSelector {
-  std::optional<LayerTrigger> trigger;
-  std::optional<std::string> appScope;
-  std::optional<std::string> name;
+  std::optional<LayerTrigger> trigger{};
+  std::optional<std::string> appScope{};
+  std::optional<std::string> name{};
   friend bool operator==(const LayerSelector&, const LayerSelector&) = default;
 };
 

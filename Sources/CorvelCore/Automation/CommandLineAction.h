@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <variant>
 
 #include "CorvelCore/Automation/AutomationCommand.h"
@@ -54,7 +55,9 @@ class CommandLineAction {
   using Case = std::variant<Send, ListLayers, ListThemes, ListSheets, ExportLayers, ExportTheme,
                             ExportSheet, Help, Version>;
 
-  CommandLineAction(Case value) : value_(std::move(value)) {}
+  // Any one case becomes an action.
+  template <class T>
+  requires std::is_constructible_v<Case, T> CommandLineAction(T value) : value_(std::move(value)) {}
 
   [[nodiscard]] const Case& value() const { return value_; }
   // The payload when the action is of case T, otherwise nullptr.

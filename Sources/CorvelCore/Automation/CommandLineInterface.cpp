@@ -39,9 +39,12 @@ const std::vector<OptionRow> kShowOptions = {
     {"--name", {Option::Value{"name"}}},
 };
 const std::vector<OptionRow> kKeyOptions = {
-    {"--text", {Option::Key{"text:"}}}, {"--symbol", {Option::Key{"s:"}}},
-    {"--symtext", {Option::Key{"symtext:"}}}, {"--app", {Option::AppKey{}}},
-    {"-k", {Option::RawKey{}}},         {"--key", {Option::RawKey{}}},
+    {"--text", {Option::Key{"text:"}}},
+    {"--symbol", {Option::Key{"s:"}}},
+    {"--symtext", {Option::Key{"symtext:"}}},
+    {"--app", {Option::AppKey{}}},
+    {"-k", {Option::RawKey{}}},
+    {"--key", {Option::RawKey{}}},
 };
 const std::vector<OptionRow> kFileOptions = {
     {"-f", {Option::File{}}},
@@ -141,9 +144,27 @@ std::string_view example(std::string_view optionWord) {
 // ---- Commands ----
 
 enum class Verb {
-  help, version, show, toggle, hide, profile, theme, layerShow, layerReset,
-  layersList, layersStore, layersEdit, layersRemove, layersExport, layersImport,
-  themesList, themesExport, themesImport, sheetsList, sheetsExport, sheetsImport,
+  help,
+  version,
+  show,
+  toggle,
+  hide,
+  profile,
+  theme,
+  layerShow,
+  layerReset,
+  layersList,
+  layersStore,
+  layersEdit,
+  layersRemove,
+  layersExport,
+  layersImport,
+  themesList,
+  themesExport,
+  themesImport,
+  sheetsList,
+  sheetsExport,
+  sheetsImport,
 };
 
 struct CommandRow {
@@ -167,8 +188,7 @@ const std::vector<CommandRow>& commandTable() {
       {"layer", "reset", Verb::layerReset, {}},
       {"layers", "list", Verb::layersList, {&kListOptions}},
       {"layers", "store", Verb::layersStore, {&kLayerStoreOptions, &kKeyOptions}},
-      {"layers", "edit", Verb::layersEdit,
-       {&kLayerStoreOptions, &kKeyOptions, &kLayerEditExtra}},
+      {"layers", "edit", Verb::layersEdit, {&kLayerStoreOptions, &kKeyOptions, &kLayerEditExtra}},
       {"layers", "remove", Verb::layersRemove, {&kLayerStoreOptions}},
       {"layers", "export", Verb::layersExport, {&kNameOption, &kFileOptions}},
       {"layers", "import", Verb::layersImport, {}},
@@ -461,10 +481,14 @@ std::expected<std::optional<std::string>, AutomationError> exportName(const Read
 
 std::optional<ExportKind> kindOf(Verb verb) {
   switch (verb) {
-    case Verb::layersImport: return ExportKind::layers;
-    case Verb::themesImport: return ExportKind::theme;
-    case Verb::sheetsImport: return ExportKind::sheet;
-    default: return std::nullopt;
+    case Verb::layersImport:
+      return ExportKind::layers;
+    case Verb::themesImport:
+      return ExportKind::theme;
+    case Verb::sheetsImport:
+      return ExportKind::sheet;
+    default:
+      return std::nullopt;
   }
 }
 
@@ -480,9 +504,12 @@ constexpr std::array<std::pair<std::string_view, ExportKind>, 7> kImportExtensio
 
 std::string_view currentExtension(ExportKind kind) {
   switch (kind) {
-    case ExportKind::layers: return "quillonlayer";
-    case ExportKind::theme: return "quillontheme";
-    case ExportKind::sheet: return "quillonsheet";
+    case ExportKind::layers:
+      return "quillonlayer";
+    case ExportKind::theme:
+      return "quillontheme";
+    case ExportKind::sheet:
+      return "quillonsheet";
   }
   return "";
 }
@@ -500,27 +527,38 @@ std::expected<CommandLineAction, AutomationError> build(Verb verb, const Reading
       }
       return CommandLineAction(CommandLineAction::Help{topic});
     }
-    case Verb::show: return send("show", reading.pairs);
-    case Verb::toggle: return send("toggle", reading.pairs);
-    case Verb::hide: return send("hide", reading.pairs);
-    case Verb::layerShow: return send("layer/show", reading.pairs);
-    case Verb::layerReset: return send("layer/reset", reading.pairs);
-    case Verb::layersStore: return send("layer/store", reading.pairs);
-    case Verb::layersEdit: return send("layer/edit", reading.pairs);
-    case Verb::layersRemove: return send("layer/remove", reading.pairs);
+    case Verb::show:
+      return send("show", reading.pairs);
+    case Verb::toggle:
+      return send("toggle", reading.pairs);
+    case Verb::hide:
+      return send("hide", reading.pairs);
+    case Verb::layerShow:
+      return send("layer/show", reading.pairs);
+    case Verb::layerReset:
+      return send("layer/reset", reading.pairs);
+    case Verb::layersStore:
+      return send("layer/store", reading.pairs);
+    case Verb::layersEdit:
+      return send("layer/edit", reading.pairs);
+    case Verb::layersRemove:
+      return send("layer/remove", reading.pairs);
     case Verb::profile:
     case Verb::theme: {
       if (reading.plain.empty()) return std::unexpected(flagMissing(kNameWord));
-      auto action = send(verb == Verb::profile ? "profile" : "theme",
-                         {{"name", reading.plain.front()}});
+      auto action =
+          send(verb == Verb::profile ? "profile" : "theme", {{"name", reading.plain.front()}});
       if (!action && action.error().as<AutomationError::BadValue>() != nullptr) {
         return std::unexpected(flagMustBe(kNameWord));
       }
       return action;
     }
-    case Verb::layersList: return CommandLineAction(CommandLineAction::ListLayers{reading.json});
-    case Verb::themesList: return CommandLineAction(CommandLineAction::ListThemes{reading.json});
-    case Verb::sheetsList: return CommandLineAction(CommandLineAction::ListSheets{reading.json});
+    case Verb::layersList:
+      return CommandLineAction(CommandLineAction::ListLayers{reading.json});
+    case Verb::themesList:
+      return CommandLineAction(CommandLineAction::ListThemes{reading.json});
+    case Verb::sheetsList:
+      return CommandLineAction(CommandLineAction::ListSheets{reading.json});
     case Verb::layersExport:
     case Verb::themesExport: {
       auto target = exportTarget(reading);
@@ -546,16 +584,17 @@ std::expected<CommandLineAction, AutomationError> build(Verb verb, const Reading
     case Verb::themesImport:
     case Verb::sheetsImport: {
       if (reading.plain.size() != 1) {
-        return std::unexpected(AutomationError::badArgument(
-            "quillon " + std::string(name) + " takes one FILE. Put quotes around a name with "
-                                             "spaces."));
+        return std::unexpected(
+            AutomationError::badArgument("quillon " + std::string(name) +
+                                         " takes one FILE. Put quotes around a name with "
+                                         "spaces."));
       }
       const ExportKind kind = kindOf(verb).value_or(ExportKind::layers);
       const std::string& file = reading.plain.front();
       if (CommandLineInterface::importKind(file) != kind) {
-        return std::unexpected(AutomationError::badArgument(
-            "quillon " + std::string(name) + " takes a ." + std::string(currentExtension(kind)) +
-            " file."));
+        return std::unexpected(
+            AutomationError::badArgument("quillon " + std::string(name) + " takes a ." +
+                                         std::string(currentExtension(kind)) + " file."));
       }
       return send("import", {{"file", file}});
     }

@@ -131,13 +131,13 @@ struct ShowOptions {
   static constexpr std::array<std::string_view, 9> parameterNames{
       "position", "x:y", "width", "screen", "theme", "fill", "blank", "hideAfterMS", "fadeOutMS"};
 
-  std::optional<PositionRequest> position;
-  std::optional<double> width;
-  std::optional<ScreenRequest> screen;
-  std::optional<std::string> theme;
-  std::optional<FillMode> fill;
-  std::optional<std::int64_t> hideAfterMS;
-  std::optional<std::int64_t> fadeOutMS;
+  std::optional<PositionRequest> position{};
+  std::optional<double> width{};
+  std::optional<ScreenRequest> screen{};
+  std::optional<std::string> theme{};
+  std::optional<FillMode> fill{};
+  std::optional<std::int64_t> hideAfterMS{};
+  std::optional<std::int64_t> fadeOutMS{};
 
   // True when no field is set.
   [[nodiscard]] bool isEmpty() const;

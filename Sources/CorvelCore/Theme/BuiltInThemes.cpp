@@ -74,16 +74,22 @@ Fill fill(const Paint& paint) {
                                                 colour(darker(paint.from, 6), paint.alpha));
     case Paint::Kind::sphere:
       // The spherical top of a sculpted cap: a bright spot, darker towards the rim.
-      return Fill::gradient({Shape::radial(0.5, 0.4, 1.2, 1.2), colour(lighter(paint.from, 16)),
-                             colour(darker(paint.from, 10)), {}});
+      return Fill::gradient({Shape::radial(0.5, 0.4, 1.2, 1.2),
+                             colour(lighter(paint.from, 16)),
+                             colour(darker(paint.from, 10)),
+                             {}});
     case Paint::Kind::blend:
       return Fill::linear(colour(paint.from, paint.alpha), colour(paint.to, paint.alpha));
     case Paint::Kind::angled:
-      return Fill::gradient(
-          {Shape::linear(paint.angle), colour(paint.from, paint.alpha), colour(paint.to, paint.alpha), {}});
+      return Fill::gradient({Shape::linear(paint.angle),
+                             colour(paint.from, paint.alpha),
+                             colour(paint.to, paint.alpha),
+                             {}});
     case Paint::Kind::radial:
-      return Fill::gradient({Shape::radial(0.5, 0.3, 1.4, 1.2), colour(paint.from, paint.alpha),
-                             colour(paint.to, paint.alpha), {}});
+      return Fill::gradient({Shape::radial(0.5, 0.3, 1.4, 1.2),
+                             colour(paint.from, paint.alpha),
+                             colour(paint.to, paint.alpha),
+                             {}});
   }
   return Fill::solid(colour(paint.from, paint.alpha));
 }
@@ -164,6 +170,9 @@ constexpr Look sa(Look look, std::string_view id, std::string_view name) {
   look.sound = "thock";
   return look;
 }
+
+// The looks are tables of values, grouped by part of the board on each line.
+// clang-format off
 
 // -- Apple: laptop keyboards, low flat caps on aluminium.
 
@@ -591,6 +600,8 @@ constexpr std::array<Look, 40> looks{
     terminal, pixel, handheld, chalkboard,
 };
 
+// clang-format on
+
 // The colour a fill is mostly seen as.
 std::uint32_t baseOf(const Paint& paint) { return paint.from; }
 
@@ -629,7 +640,8 @@ Theme expand(const Look& look) {
   if (look.grid) {
     theme.plate.grid = PlateGrid{colour(*look.grid, look.gridAlpha), look.gridSpacing, 1, {}};
   }
-  if (const auto& c = look.corners) theme.plate.corners = CornerRadii{(*c)[0], (*c)[1], (*c)[2], (*c)[3]};
+  if (const auto& c = look.corners)
+    theme.plate.corners = CornerRadii{(*c)[0], (*c)[1], (*c)[2], (*c)[3]};
 
   theme.caps.profile = look.profile;
   theme.caps.gap = look.gap;
@@ -659,16 +671,19 @@ Theme expand(const Look& look) {
 
   const bool darkCaps = colour(baseOf(look.alpha)).relativeLuminance() < 0.3;
   theme.lockLight = look.lockLight ? colour(*look.lockLight)
-                    : darkCaps    ? BuiltInThemes::lockLightOnDark
-                                  : BuiltInThemes::lockLightOn;
+                    : darkCaps     ? BuiltInThemes::lockLightOnDark
+                                   : BuiltInThemes::lockLightOn;
   theme.pill = look.pill;
   theme.cheatsheet.label = colour(look.ink);
   theme.cheatsheet.fill = Fill::solid(colour(baseOf(look.modifier), 0xF2));
   theme.backlight.mode = look.backlight;
   theme.backlight.colour = colour(look.backlightColour);
   if (!look.sound.empty()) theme.sound = std::string(look.sound);
-  theme.mouse = MouseStyle{colour(baseOf(look.accent)), colour(baseOf(look.press)),
-                           colour(look.modifierInk), colour(baseOf(look.accent), 0x4D), {}};
+  theme.mouse = MouseStyle{colour(baseOf(look.accent)),
+                           colour(baseOf(look.press)),
+                           colour(look.modifierInk),
+                           colour(baseOf(look.accent), 0x4D),
+                           {}};
   return theme;
 }
 

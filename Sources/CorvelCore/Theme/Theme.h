@@ -25,8 +25,8 @@ struct Theme {
 
   std::int64_t version = currentVersion;  // the version the theme was read from
   std::string id;
-  std::string name;    // at most 60 characters
-  std::string family;  // the group it is listed under, at most 40 characters
+  std::string name;                    // at most 60 characters
+  std::string family;                  // the group it is listed under, at most 40 characters
   std::optional<std::string> basedOn;  // the id of the theme it was derived from
   PlateStyle plate;
   CapStyle caps;
@@ -43,7 +43,7 @@ struct Theme {
   // does not know, those whose value is not an object, and those beyond the
   // 512 read.
   JSONObject unknownOverrides;
-  JSONObject extras;                         // unknown top-level members
+  JSONObject extras;                          // unknown top-level members
   std::map<std::string, UnreadValue> unread;  // wrong-typed values, by dotted path
 
   // What every missing field of a file falls back to: id "untitled", name

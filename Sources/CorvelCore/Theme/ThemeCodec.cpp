@@ -17,8 +17,7 @@ namespace {
 
 // The type identifiers are the bundle identifiers with ".theme" appended.
 constexpr bool isThemeType(std::string_view type, std::string_view bundle) {
-  return type.size() == bundle.size() + 6 && type.starts_with(bundle) &&
-         type.ends_with(".theme");
+  return type.size() == bundle.size() + 6 && type.starts_with(bundle) && type.ends_with(".theme");
 }
 static_assert(isThemeType(ThemeCodec::typeIdentifier, Brand::bundleID));
 static_assert(isThemeType(ThemeCodec::legacyTypeIdentifier, Brand::earlierBundleID));
@@ -46,8 +45,8 @@ const JSONValue& emptyObject() {
 // Reads the object `value` with a child reader at the key's path, starting
 // from `base`; the record keeps the members it did not ask for as extras.
 template <class T, class ReadMembers>
-Read<T> readRecord(JSONObjectReader& reader, std::string_view key, const JSONValue& value,
-                   T base, ReadMembers readMembers) {
+Read<T> readRecord(JSONObjectReader& reader, std::string_view key, const JSONValue& value, T base,
+                   ReadMembers readMembers) {
   JSONObjectReader child(reader.pathOf(key), value);
   auto status = readMembers(child, base);
   if (!status) return std::unexpected(std::move(status.error()));
@@ -66,8 +65,7 @@ Read<T> section(JSONObjectReader& reader, std::string_view key, const T& fallbac
     reader.markUnread(key, *found, fallback.json());
     return fallback;
   }
-  return readRecord(reader, key, found != nullptr ? *found : emptyObject(), fallback,
-                    readMembers);
+  return readRecord(reader, key, found != nullptr ? *found : emptyObject(), fallback, readMembers);
 }
 
 // A record that may be absent: null gives none; another non-object is kept
@@ -97,8 +95,7 @@ Status readFrame(JSONObjectReader& reader, PlateFrame& frame) {
 
 Status readGrid(JSONObjectReader& reader, PlateGrid& grid) {
   THEME_TRY(grid.colour, ThemeFieldReader::color(reader, "color", grid.colour));
-  grid.spacing =
-      clamped(reader, "spacing", grid.spacing, ThemeLimits::range("plate.grid.spacing"));
+  grid.spacing = clamped(reader, "spacing", grid.spacing, ThemeLimits::range("plate.grid.spacing"));
   grid.lineWidth =
       clamped(reader, "lineWidth", grid.lineWidth, ThemeLimits::range("plate.grid.lineWidth"));
   return {};
@@ -224,13 +221,15 @@ Status readOverrides(JSONObjectReader& root, Theme& theme) {
   JSONObjectReader overrides(root.pathOf("overrides"), *found);
   std::size_t visited = 0;
   for (const auto& [name, value] : *members) {
-    const std::optional<KeyID> key = visited < ThemeLimits::maxOverrides ? keyID(name) : std::nullopt;
+    const std::optional<KeyID> key =
+        visited < ThemeLimits::maxOverrides ? keyID(name) : std::nullopt;
     ++visited;
     if (!key || !value.isObject()) {
       theme.unknownOverrides.set(name, value);
       continue;
     }
-    THEME_TRY(theme.overrides[*key], readRecord(overrides, name, value, KeyOverride{}, readOverride));
+    THEME_TRY(theme.overrides[*key],
+              readRecord(overrides, name, value, KeyOverride{}, readOverride));
   }
   root.absorb(overrides);
   return {};

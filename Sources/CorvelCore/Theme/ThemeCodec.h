@@ -40,7 +40,6 @@ struct ThemeCodec {
   // The theme's JSON, pretty-printed with sorted keys and "/" unescaped. A
   // number that JSON cannot hold (set by code, never read) is written as null.
   [[nodiscard]] static std::string encode(const Theme& theme);
-
 };
 
 }  // namespace corvel

@@ -44,7 +44,9 @@ std::optional<ThemeColor> ThemeColor::parse(std::string_view text) {
   if (digits.size() == 3) {
     return ThemeColor{values[0] * 17 / 255.0, values[1] * 17 / 255.0, values[2] * 17 / 255.0, 1};
   }
-  const auto byte = [&](std::size_t index) { return (values[2 * index] * 16 + values[2 * index + 1]) / 255.0; };
+  const auto byte = [&](std::size_t index) {
+    return (values[2 * index] * 16 + values[2 * index + 1]) / 255.0;
+  };
   return ThemeColor{byte(0), byte(1), byte(2), digits.size() == 8 ? byte(3) : 1.0};
 }
 

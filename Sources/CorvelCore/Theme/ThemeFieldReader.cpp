@@ -100,8 +100,7 @@ std::expected<std::optional<ThemeColor>, ThemeError> ThemeFieldReader::optionalC
 }
 
 std::expected<Fill, ThemeError> ThemeFieldReader::fill(JSONObjectReader& reader,
-                                                       std::string_view key,
-                                                       const Fill& fallback) {
+                                                       std::string_view key, const Fill& fallback) {
   const JSONValue* found = reader.lookUp(key);
   if (found == nullptr) return fallback;
   if (found->asString() != nullptr || found->isObject()) return readFill(reader, key, *found);

@@ -92,7 +92,7 @@ constexpr std::span<const EnumName<BacklightMode>> enumNames(BacklightMode) {
 
 // The written name of a case of any enumeration above.
 template <class E>
-  requires requires(E value) { enumNames(value); }
+requires requires(E value) { enumNames(value); }
 [[nodiscard]] constexpr std::string_view rawValue(E value) {
   return rawValue(enumNames(value), value);
 }
@@ -163,9 +163,7 @@ struct Fill {
   [[nodiscard]] static Fill gradient(GradientFill gradient) { return {std::move(gradient)}; }
   [[nodiscard]] const SolidFill* asSolid() const { return std::get_if<SolidFill>(&value); }
   [[nodiscard]] const LinearFill* asLinear() const { return std::get_if<LinearFill>(&value); }
-  [[nodiscard]] const GradientFill* asGradient() const {
-    return std::get_if<GradientFill>(&value);
-  }
+  [[nodiscard]] const GradientFill* asGradient() const { return std::get_if<GradientFill>(&value); }
 
   // A solid fill as its colour text; a linear one as {"top", "bottom"}; a
   // gradient as its extras plus "top", "bottom" and either "radial"
