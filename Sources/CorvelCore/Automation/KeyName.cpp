@@ -1,5 +1,7 @@
 #include "CorvelCore/Automation/KeyName.h"
 
+#include <unicode/uchar.h>
+
 #include <array>
 
 #include "CorvelCore/Shortcuts/KeySpec.h"
@@ -45,6 +47,15 @@ std::optional<std::string> percentDecoded(std::string_view text) {
   return bytes;
 }
 
+// Blanks and what cannot be seen name no key.
+bool namesNothing(std::string_view character) {
+  std::size_t offset = 0;
+  const char32_t scalar = UTF8::next(character, offset);
+  return u_isUWhiteSpace(static_cast<UChar32>(scalar)) ||
+         u_charType(static_cast<UChar32>(scalar)) == U_SPACE_SEPARATOR ||
+         UnicodeText::isInvisible(scalar);
+}
+
 }  // namespace
 
 std::optional<std::string> KeyName::canonical(std::string_view text) {
@@ -52,16 +63,24 @@ std::optional<std::string> KeyName::canonical(std::string_view text) {
   if (text.size() >= 2 && text.find('%') != std::string_view::npos) {
     if (auto decoded = percentDecoded(text)) name = std::move(*decoded);
   }
-  if (name.empty() || UTF8::scalarCount(name) > maxScalars) return std::nullopt;
+  if (name.empty() || UTF8::scalarCount(name) > maxScalars || !UTF8::isValid(name)) {
+    return std::nullopt;
+  }
   name = UnicodeText::lowercased(name);
   for (const Alias& entry : aliases) {
     if (name == entry.alias) name = entry.name;
   }
-  // The table names no blank, control or format character, so a single
-  // character is a key exactly when some key is named by it.
   std::optional<KeyID> key;
   if (TextLimits::characterCount(name) == 1) {
     key = keyIDForSpecName(name);
+    // A character no key of the table is named by (an "é" or "ü" of another
+    // layout) still names the key that types it; it is written as itself.
+    // Invisible characters name nothing, and "?" is what a key without a
+    // name is written as, so it cannot name one.
+    if (!key) {
+      if (namesNothing(name) || name == "?") return std::nullopt;
+      return name;
+    }
   } else if (const auto steps = KeySpec::parse(name);
              steps && steps->size() == 1 && steps->front().modifiers.empty()) {
     key = steps->front().key;

@@ -167,10 +167,17 @@ std::optional<std::size_t> LayerTrigger::winner(std::span<const LayerTrigger> tr
 }
 
 std::vector<KeyID> LayerTrigger::modifierKeys() const {
-  std::vector<KeyID> keys;
+  KeySet named;
   for (const TriggerPart& part : parts_) {
-    for (KeyID key : part.keys()) {
-      if (std::find(keys.begin(), keys.end(), key) == keys.end()) keys.push_back(key);
+    for (KeyID key : part.keys()) named.insert(key);
+  }
+  std::vector<KeyID> keys;
+  for (const ModifierRow& row : modifierRows) {
+    for (KeyID key : {row.leftKey, row.rightKey}) {
+      if (named.contains(key)) {
+        keys.push_back(key);
+        named.erase(key);
+      }
     }
   }
   return keys;

@@ -159,7 +159,8 @@ class LayerTrigger {
   [[nodiscard]] static std::optional<std::size_t> winner(std::span<const LayerTrigger> triggers,
                                                          const KeySet& held);
 
-  // Every key the parts stand for, each once, in part order.
+  // Every key the parts stand for, each once: control, option, shift,
+  // command (left before right), fn.
   [[nodiscard]] std::vector<KeyID> modifierKeys() const;
   // One key cap per part, to draw the trigger as keys: a sided part's key,
   // the left key for `either`, the fn key for fn.

@@ -1,6 +1,6 @@
 // LayerArming: what the code that watches the keyboard needs of one layer to
-// arm it: which layer, the chord that arms it, and how long that chord must
-// be held before the layer shows.
+// time its chord: the layer's identity, the chord it is held on, and how long
+// the chord must be held before the layer takes over keys.
 #pragma once
 
 #include "CorvelCore/Faces/LayerTrigger.h"
@@ -11,7 +11,8 @@ namespace corvel {
 struct LayerArming {
   UUID id;
   LayerTrigger trigger;
-  double holdDelay = 0.0;  // seconds
+  // Seconds the chord must be held before a key press arms the layer.
+  double holdDelay = 0;
 
   friend bool operator==(const LayerArming&, const LayerArming&) = default;
 };

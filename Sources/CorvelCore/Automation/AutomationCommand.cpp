@@ -1,0 +1,315 @@
+#include "CorvelCore/Automation/AutomationCommand.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "CorvelCore/Automation/LinkCoding.h"
+#include "CorvelCore/Automation/TriggerText.h"
+#include "CorvelCore/Brand/Brand.h"
+
+namespace corvel {
+
+namespace {
+
+// The verb each case carries, in declaration order of the cases.
+constexpr std::array<std::string_view, std::variant_size_v<AutomationCommand::Case>> caseVerbs{
+    "show",       "hide",         "toggle", "profile", "theme",       "layer/show", "layer/store",
+    "layer/edit", "layer/remove", "export", "import",  "clickToType", "layer/reset"};
+
+// Writes the query of a link, or only counts its bytes, so that the parser
+// can check a command's size without building its link. Counting may also
+// take a quick upper bound that skips writing out each key's assignment.
+class QueryWriter {
+ public:
+  enum class Mode { write, count, bound };
+
+  QueryWriter(std::string* out, Mode mode) : out_(out), mode_(mode) {}
+
+  void item(std::string_view name, std::string_view value) {
+    if (mode_ == Mode::write) {
+      out_->push_back(first_ ? '?' : '&');
+      LinkCoding::appendEncoded(*out_, name);
+      out_->push_back('=');
+      LinkCoding::appendEncoded(*out_, value);
+    } else {
+      size_ += 2 + LinkCoding::encodedSize(name) + LinkCoding::encodedSize(value);
+    }
+    first_ = false;
+  }
+
+  void assignment(std::string_view key, const KeyAssignment& assignment) {
+    if (mode_ != Mode::bound) {
+      item(key, assignment.written());
+      return;
+    }
+    size_ += 2 + LinkCoding::encodedSize(key) + writtenSizeBound(assignment);
+    first_ = false;
+  }
+
+  void integer(std::string_view name, std::int64_t value) {
+    char buffer[24];
+    auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    item(name, std::string_view(buffer, static_cast<std::size_t>(result.ptr - buffer)));
+  }
+
+  // Numbers are written in their shortest form that reads back exactly.
+  void number(std::string_view name, double value) {
+    char buffer[32];
+    auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    item(name, std::string_view(buffer, static_cast<std::size_t>(result.ptr - buffer)));
+  }
+
+  void point(std::string_view name, double x, double y) {
+    char buffer[64];
+    auto first = std::to_chars(buffer, buffer + 31, x);
+    *first.ptr = ':';
+    auto second = std::to_chars(first.ptr + 1, buffer + sizeof buffer, y);
+    item(name, std::string_view(buffer, static_cast<std::size_t>(second.ptr - buffer)));
+  }
+
+  [[nodiscard]] std::size_t size() const { return size_; }
+
+ private:
+  // The encoded size of the written form, exact but for a text, which is
+  // counted as if it needed its "text:" prefix.
+  static std::size_t writtenSizeBound(const KeyAssignment& assignment) {
+    const auto& value = assignment.value();
+    if (const auto* text = std::get_if<KeyAssignment::Text>(&value)) {
+      return 5 + LinkCoding::encodedSize(text->text);
+    }
+    if (const auto* symbol = std::get_if<KeyAssignment::Symbol>(&value)) {
+      return 2 + LinkCoding::encodedSize(symbol->symbol);
+    }
+    if (const auto* app = std::get_if<KeyAssignment::App>(&value)) {
+      return 2 + LinkCoding::encodedSize(app->bundleID);
+    }
+    const auto& both = std::get<KeyAssignment::SymbolText>(value);
+    return 5 + LinkCoding::encodedSize(both.symbol) + LinkCoding::encodedSize(both.text);
+  }
+
+  std::string* out_;
+  Mode mode_;
+  std::size_t size_ = 0;
+  bool first_ = true;
+};
+
+void writeOptions(QueryWriter& writer, const ShowOptions& options) {
+  if (options.position) {
+    if (const auto* named = options.position->as<PositionRequest::Named>()) {
+      writer.item("position", rawValue(named->position));
+    } else if (const auto* point = options.position->as<PositionRequest::Point>()) {
+      writer.point("position", point->x, point->y);
+    }
+  }
+  if (options.width) writer.number("width", *options.width);
+  if (options.screen) {
+    if (const auto* id = options.screen->as<ScreenRequest::ID>()) {
+      writer.integer("screen", id->id);
+    } else if (const auto* name = options.screen->as<ScreenRequest::Name>()) {
+      writer.item("screen", name->name);
+    }
+  }
+  if (options.theme) writer.item("theme", *options.theme);
+  if (options.fill) writer.item("fill", rawValue(*options.fill));
+  if (options.hideAfterMS) writer.integer("hideAfterMS", *options.hideAfterMS);
+  if (options.fadeOutMS) writer.integer("fadeOutMS", *options.fadeOutMS);
+}
+
+void writeOptional(QueryWriter& writer, std::string_view name,
+                   const std::optional<std::string>& value) {
+  if (value) writer.item(name, *value);
+}
+
+void writeKeys(QueryWriter& writer, const KeyAssignments& keys) {
+  for (const auto& [key, assignment] : keys) writer.assignment(key, assignment);
+}
+
+void writeLayer(QueryWriter& writer, const TemporaryLayerSpec& layer) {
+  writeOptional(writer, "name", layer.name);
+  writeKeys(writer, layer.keys);
+}
+
+void writeSelector(QueryWriter& writer, const LayerSelector& selector) {
+  if (selector.trigger) writer.item("modifiers", TriggerText::format(*selector.trigger));
+  writeOptional(writer, "app", selector.appScope);
+  writeOptional(writer, "name", selector.name);
+}
+
+void writeQuery(QueryWriter& writer, const AutomationCommand::Case& value) {
+  using Command = AutomationCommand;
+  if (const auto* show = std::get_if<Command::Show>(&value)) {
+    writeOptions(writer, show->options);
+    if (show->layer) writeLayer(writer, *show->layer);
+  } else if (const auto* hide = std::get_if<Command::Hide>(&value)) {
+    if (hide->fadeOutMS) writer.integer("fadeOutMS", *hide->fadeOutMS);
+  } else if (const auto* toggle = std::get_if<Command::Toggle>(&value)) {
+    writeOptions(writer, toggle->options);
+    if (toggle->layer) writeLayer(writer, *toggle->layer);
+  } else if (const auto* profile = std::get_if<Command::Profile>(&value)) {
+    writer.item("name", profile->name);
+  } else if (const auto* theme = std::get_if<Command::Theme>(&value)) {
+    writer.item("name", theme->name);
+  } else if (const auto* layerShow = std::get_if<Command::LayerShow>(&value)) {
+    if (layerShow->options) writeOptions(writer, *layerShow->options);
+    writeLayer(writer, layerShow->spec);
+  } else if (const auto* store = std::get_if<Command::LayerStore>(&value)) {
+    const StoredLayerSpec& spec = store->spec;
+    writer.item("modifiers", TriggerText::format(spec.trigger));
+    writeOptional(writer, "name", spec.name);
+    writeOptional(writer, "app", spec.appScope);
+    if (spec.holdDelay) writer.number("holdDelay", *spec.holdDelay);
+    if (spec.fill) writer.item("fill", rawValue(*spec.fill));
+    writeKeys(writer, spec.keys);
+  } else if (const auto* edit = std::get_if<Command::LayerEdit>(&value)) {
+    writeSelector(writer, edit->selector);
+    for (const auto& [key, change] : edit->changes) {
+      // A removal is written "-"; a text that is exactly "-" is written
+      // "text:-" by the assignment itself, so the two never meet.
+      if (change) {
+        writer.assignment(key, *change);
+      } else {
+        writer.item(key, "-");
+      }
+    }
+  } else if (const auto* remove = std::get_if<Command::LayerRemove>(&value)) {
+    writeSelector(writer, remove->selector);
+  } else if (const auto* exported = std::get_if<Command::Export>(&value)) {
+    writer.item("what", rawValue(exported->kind));
+    writer.item("file", exported->file);
+    writeOptional(writer, "name", exported->name);
+    writeOptional(writer, "app", exported->app);
+  } else if (const auto* imported = std::get_if<Command::ImportFile>(&value)) {
+    writer.item("file", imported->file);
+  } else if (const auto* click = std::get_if<Command::ClickToType>(&value)) {
+    writer.item("on", click->on ? "1" : "0");
+  }
+}
+
+void addApps(std::set<std::string>& apps, const KeyAssignments& keys) {
+  for (const auto& [key, assignment] : keys) {
+    if (const auto* app = std::get_if<KeyAssignment::App>(&assignment.value())) {
+      apps.insert(app->bundleID);
+    }
+  }
+}
+
+// A shown command has a temporary layer exactly when it carries keys or a
+// fill, which is all a link can say about it.
+std::optional<TemporaryLayerSpec> shownLayer(const ShowOptions& options,
+                                             std::optional<TemporaryLayerSpec> layer) {
+  if (layer && layer->keys.empty() && !options.fill) return std::nullopt;
+  if (!layer && options.fill) return TemporaryLayerSpec{};
+  return layer;
+}
+
+}  // namespace
+
+AutomationCommand AutomationCommand::show(ShowOptions options,
+                                          std::optional<TemporaryLayerSpec> layer) {
+  layer = shownLayer(options, std::move(layer));
+  return AutomationCommand(Show{std::move(options), std::move(layer)});
+}
+
+AutomationCommand AutomationCommand::toggle(ShowOptions options,
+                                            std::optional<TemporaryLayerSpec> layer) {
+  layer = shownLayer(options, std::move(layer));
+  return AutomationCommand(Toggle{std::move(options), std::move(layer)});
+}
+
+AutomationCommand AutomationCommand::layerShow(TemporaryLayerSpec spec,
+                                               std::optional<ShowOptions> options) {
+  if (options && options->isEmpty()) options.reset();
+  return AutomationCommand(LayerShow{std::move(spec), std::move(options)});
+}
+
+std::string_view AutomationCommand::verb() const { return caseVerbs[value_.index()]; }
+
+bool AutomationCommand::isAllowed(AutomationSource source) const {
+  return isAllowed(verb(), source);
+}
+
+bool AutomationCommand::isAllowed(std::string_view verb, AutomationSource source) {
+  if (verb == "export" || verb == "import") return source != AutomationSource::notification;
+  if (verb == "clickToType") return source == AutomationSource::intent;
+  return true;
+}
+
+std::set<std::string> AutomationCommand::appsNamed() const {
+  std::set<std::string> apps;
+  if (const auto* show = as<Show>(); show && show->layer) addApps(apps, show->layer->keys);
+  if (const auto* toggle = as<Toggle>(); toggle && toggle->layer) {
+    addApps(apps, toggle->layer->keys);
+  }
+  if (const auto* layerShow = as<LayerShow>()) addApps(apps, layerShow->spec.keys);
+  if (const auto* store = as<LayerStore>()) addApps(apps, store->spec.keys);
+  if (const auto* edit = as<LayerEdit>()) {
+    for (const auto& [key, change] : edit->changes) {
+      if (!change) continue;
+      if (const auto* app = std::get_if<KeyAssignment::App>(&change->value())) {
+        apps.insert(app->bundleID);
+      }
+    }
+  }
+  return apps;
+}
+
+std::string AutomationCommand::tooManyAppsMessage() {
+  return "A command may name at most " + std::to_string(maxApps) + " apps. Name fewer.";
+}
+
+std::string AutomationCommand::link() const {
+  // Enough for a typical command, so the link is written in one pass
+  // without growing; a larger one grows as usual.
+  constexpr std::size_t typicalLinkBytes = 512;
+  std::string out;
+  out.reserve(typicalLinkBytes);
+  out += Brand::linkScheme;
+  out += "://";
+  out += verb();
+  QueryWriter writer(&out, QueryWriter::Mode::write);
+  writeQuery(writer, value_);
+  return out;
+}
+
+std::size_t AutomationCommand::linkSize() const {
+  QueryWriter writer(nullptr, QueryWriter::Mode::count);
+  writeQuery(writer, value_);
+  return Brand::linkScheme.size() + 3 + verb().size() + writer.size();
+}
+
+bool AutomationCommand::fitsLink() const {
+  QueryWriter bound(nullptr, QueryWriter::Mode::bound);
+  writeQuery(bound, value_);
+  if (Brand::linkScheme.size() + 3 + verb().size() + bound.size() <= maxURLBytes) return true;
+  return linkSize() <= maxURLBytes;
+}
+
+std::string AutomationCommand::notificationName(std::string_view verb) {
+  std::string name(Brand::bundleID);
+  name += '.';
+  for (char c : verb) name += c == '/' ? '.' : c;
+  return name;
+}
+
+std::vector<std::string> AutomationCommand::notificationNames() {
+  std::vector<std::string> names;
+  names.reserve(verbs.size() + shortVerbs.size());
+  for (std::string_view verb : verbs) names.push_back(notificationName(verb));
+  for (const auto& shortVerb : shortVerbs) names.push_back(notificationName(shortVerb.word));
+  return names;
+}
+
+std::optional<std::string> AutomationCommand::verb(std::string_view notificationName) {
+  std::string prefix(Brand::bundleID);
+  prefix += '.';
+  if (!notificationName.starts_with(prefix)) return std::nullopt;
+  std::string verb(notificationName.substr(prefix.size()));
+  std::replace(verb.begin(), verb.end(), '.', '/');
+  bool known = std::find(verbs.begin(), verbs.end(), verb) != verbs.end() ||
+               std::any_of(shortVerbs.begin(), shortVerbs.end(),
+                           [&](const ShortVerb& shortVerb) { return shortVerb.word == verb; });
+  if (!known) return std::nullopt;
+  return verb;
+}
+
+}  // namespace corvel

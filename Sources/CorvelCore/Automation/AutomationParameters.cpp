@@ -1,0 +1,363 @@
+#include "CorvelCore/Automation/AutomationParameters.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <system_error>
+
+#include "CorvelCore/Automation/KeyName.h"
+#include "CorvelCore/Automation/ParameterText.h"
+#include "CorvelCore/Automation/TriggerText.h"
+#include "CorvelCore/Layers/LayerNames.h"
+#include "CorvelCore/Layers/LayerText.h"
+#include "CorvelCore/TextLimits/TextLimits.h"
+#include "CorvelCore/TextLimits/UTF8.h"
+
+namespace corvel {
+
+namespace {
+
+template <class T>
+using Read = AutomationParameters::Read<T>;
+
+std::unexpected<AutomationError> bad(std::string_view parameter) {
+  return std::unexpected(AutomationError::badValue(std::string(parameter)));
+}
+
+// A decimal floating-point number: an optional sign, digits with an optional
+// point, an optional exponent. Infinite, not-a-number and out-of-range
+// values are nothing.
+std::optional<double> finiteNumber(std::string_view text) {
+  if (text.starts_with('+')) {
+    text.remove_prefix(1);
+    if (text.starts_with('-')) return std::nullopt;
+  }
+  if (text.empty()) return std::nullopt;
+  double value = 0;
+  auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  if (!std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+bool isControl(char32_t scalar) { return scalar < 0x20 || (scalar >= 0x7F && scalar <= 0x9F); }
+
+// The entry's value, or nullptr.
+const std::string* find(const AutomationParameters::Entries& entries, std::string_view name) {
+  for (const auto& [entryName, value] : entries) {
+    if (entryName == name) return &value;
+  }
+  return nullptr;
+}
+
+// Adds the entry in name order; false when the name is already there.
+bool insertSorted(AutomationParameters::Entries& entries, std::string name,
+                  const std::string& value) {
+  auto place = std::lower_bound(
+      entries.begin(), entries.end(), name,
+      [](const auto& entry, const std::string& wanted) { return entry.first < wanted; });
+  if (place != entries.end() && place->first == name) return false;
+  entries.emplace(place, std::move(name), value);
+  return true;
+}
+
+// The spelling in `known` of the name, compared without regard to case.
+std::optional<std::string_view> knownName(std::string_view name,
+                                          std::span<const std::string_view> known) {
+  std::string lowered;
+  std::string_view compared = name;
+  if (!UTF8::isASCII(name)) {
+    lowered = ParameterText::lowercased(name);
+    compared = lowered;
+  }
+  for (std::string_view candidate : known) {
+    if (ParameterText::equalsIgnoringASCIICase(compared, candidate)) return candidate;
+  }
+  return std::nullopt;
+}
+
+std::string_view trimmedValue(const std::string& value) {
+  return ParameterText::trimBlanksAndLineBreaks(value);
+}
+
+}  // namespace
+
+std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
+    std::span<const AutomationPair> pairs, std::span<const std::string_view> known,
+    bool takesKeys) {
+  std::vector<const AutomationPair*> sorted;
+  sorted.reserve(pairs.size());
+  for (const auto& pair : pairs) sorted.push_back(&pair);
+  // UTF-8 byte order is code-point order; equal names keep their order.
+  std::stable_sort(sorted.begin(), sorted.end(),
+                   [](const auto* a, const auto* b) { return a->first < b->first; });
+
+  AutomationParameters parameters;
+  parameters.values_.reserve(std::min(known.size(), pairs.size()));
+  if (takesKeys) parameters.keys_.reserve(std::min(pairs.size(), AutomationCommand::maxKeys));
+  for (const AutomationPair* pair : sorted) {
+    if (auto canonical = knownName(pair->first, known)) {
+      if (!insertSorted(parameters.values_, std::string(*canonical), pair->second)) {
+        return bad(*canonical);
+      }
+      continue;
+    }
+    if (!takesKeys) continue;
+    std::optional<std::string> key = KeyName::canonical(pair->first);
+    if (!key) continue;
+    if (find(parameters.keys_, *key) != nullptr) return bad(*key);
+    if (parameters.keys_.size() >= AutomationCommand::maxKeys) {
+      return std::unexpected(AutomationError::tooLarge());
+    }
+    insertSorted(parameters.keys_, std::move(*key), pair->second);
+  }
+  return parameters;
+}
+
+const std::string* AutomationParameters::raw(std::string_view parameter) const {
+  return find(values_, parameter);
+}
+
+std::string AutomationParameters::oneLine(std::string_view text) {
+  // Printable ASCII has nothing to clean or flatten.
+  if (std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; })) {
+    return std::string(ParameterText::trimBlanks(text));
+  }
+  std::string cleaned = LayerText::clean(text).text;
+  std::string flat;
+  flat.reserve(cleaned.size());
+  std::size_t offset = 0;
+  while (offset < cleaned.size()) {
+    std::size_t start = offset;
+    char32_t scalar = UTF8::next(cleaned, offset);
+    if (scalar == U'\t' || ParameterText::isLineBreak(scalar)) {
+      flat.push_back(' ');
+    } else {
+      flat.append(cleaned, start, offset - start);
+    }
+  }
+  return std::string(ParameterText::trimBlanks(flat));
+}
+
+Read<std::string> AutomationParameters::name(std::string_view parameter) const {
+  const std::string* value = raw(parameter);
+  if (value == nullptr) return std::nullopt;
+  std::string text = oneLine(*value);
+  if (text.empty()) return bad(parameter);
+  return text;
+}
+
+Read<bool> AutomationParameters::boolean(std::string_view parameter) const {
+  struct Word {
+    std::string_view word;
+    bool value;
+  };
+  static constexpr std::array<Word, 9> words{{
+      {"1", true},
+      {"true", true},
+      {"yes", true},
+      {"on", true},
+      {"", true},
+      {"0", false},
+      {"false", false},
+      {"no", false},
+      {"off", false},
+  }};
+  const std::string* value = raw(parameter);
+  if (value == nullptr) return std::nullopt;
+  std::string lowered = ParameterText::lowercased(trimmedValue(*value));
+  for (const auto& word : words) {
+    if (word.word == lowered) return word.value;
+  }
+  return bad(parameter);
+}
+
+Read<std::int64_t> AutomationParameters::integer(std::string_view parameter,
+                                                 ClosedRange<std::int64_t> range) const {
+  const std::string* value = raw(parameter);
+  if (value == nullptr) return std::nullopt;
+  std::string_view text = trimmedValue(*value);
+  bool negative = false;
+  if (!text.empty() && (text.front() == '+' || text.front() == '-')) {
+    negative = text.front() == '-';
+    text.remove_prefix(1);
+  }
+  if (text.empty()) return bad(parameter);
+  // Digits beyond what 64 bits hold still make a number: it lies past every
+  // bound, so it reads as the upper bound or is refused as below the lower.
+  std::int64_t magnitude = 0;
+  bool overflow = false;
+  for (char c : text) {
+    if (c < '0' || c > '9') return bad(parameter);
+    int digit = c - '0';
+    if (magnitude > (std::numeric_limits<std::int64_t>::max() - digit) / 10) overflow = true;
+    if (!overflow) magnitude = magnitude * 10 + digit;
+  }
+  if (overflow) {
+    if (negative) return bad(parameter);
+    return range.upper;
+  }
+  std::int64_t number = negative ? -magnitude : magnitude;
+  if (number < range.lower) return bad(parameter);
+  return std::min(number, range.upper);
+}
+
+Read<double> AutomationParameters::number(std::string_view parameter,
+                                          ClosedRange<double> range) const {
+  const std::string* value = raw(parameter);
+  if (value == nullptr) return std::nullopt;
+  std::optional<double> number = finiteNumber(trimmedValue(*value));
+  if (!number || *number < range.lower) return bad(parameter);
+  return std::min(*number, range.upper);
+}
+
+Read<std::string> AutomationParameters::file(std::string_view parameter) const {
+  const std::string* value = raw(parameter);
+  if (value == nullptr) return std::nullopt;
+  if (!value->starts_with('/')) return bad(parameter);
+  std::size_t offset = 0;
+  while (offset < value->size()) {
+    if (isControl(UTF8::next(*value, offset))) return bad(parameter);
+  }
+  return *value;
+}
+
+Read<std::string> AutomationParameters::bundleID(std::string_view parameter) const {
+  const std::string* value = raw(parameter);
+  if (value == nullptr) return std::nullopt;
+  std::string_view text = trimmedValue(*value);
+  if (!LayerNames::isBundleID(text)) return bad(parameter);
+  return std::string(text);
+}
+
+Read<FillMode> AutomationParameters::fill() const {
+  struct Word {
+    std::string_view word;
+    FillMode mode;
+  };
+  static constexpr std::array<Word, 4> words{{
+      {"visible", FillMode::visible},
+      {"dimmed", FillMode::dimmed},
+      {"dim", FillMode::dimmed},
+      {"blank", FillMode::blank},
+  }};
+  if (const std::string* value = raw("fill")) {
+    std::string lowered = ParameterText::lowercased(trimmedValue(*value));
+    for (const auto& word : words) {
+      if (word.word == lowered) return word.mode;
+    }
+    return bad("fill");
+  }
+  auto blank = boolean("blank");
+  if (!blank) return std::unexpected(blank.error());
+  if (*blank && **blank) return FillMode::blank;
+  return std::nullopt;
+}
+
+Read<PositionRequest> AutomationParameters::position() const {
+  const std::string* value = raw("position");
+  if (value == nullptr) return std::nullopt;
+  std::string_view text = trimmedValue(*value);
+  // Names compare lowercased with blanks, "-" and "_" left out, so that
+  // "top-left", "Top Left" and "topleft" all name the same place.
+  std::string lowered = ParameterText::lowercased(text);
+  std::string squeezed;
+  std::size_t offset = 0;
+  while (offset < lowered.size()) {
+    std::size_t start = offset;
+    char32_t scalar = UTF8::next(lowered, offset);
+    if (scalar == U'-' || scalar == U'_' || ParameterText::isBlank(scalar)) continue;
+    squeezed.append(lowered, start, offset - start);
+  }
+  if (squeezed == "centre") return PositionRequest::named(NamedPosition::center);
+  for (const auto& name : namedPositionNames) {
+    if (ParameterText::equalsIgnoringASCIICase(squeezed, name.raw))
+      return PositionRequest::named(name.value);
+  }
+  if (auto point = AutomationParameters::point(text)) return *point;
+  return bad("position");
+}
+
+Read<ScreenRequest> AutomationParameters::screen() const {
+  const std::string* value = raw("screen");
+  if (value == nullptr) return std::nullopt;
+  std::string_view text = trimmedValue(*value);
+  if (text.empty()) return bad("screen");
+  if (std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+    std::uint32_t number = 0;
+    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return bad("screen");
+    return ScreenRequest::id(number);
+  }
+  std::string name = oneLine(text);
+  if (name.empty()) return bad("screen");
+  return ScreenRequest::name(std::move(name));
+}
+
+Read<LayerTrigger> AutomationParameters::trigger(std::string_view parameter) const {
+  const std::string* value = raw(parameter);
+  if (value == nullptr) return std::nullopt;
+  std::optional<LayerTrigger> trigger = TriggerText::parse(*value);
+  if (!trigger) return bad(parameter);
+  return *trigger;
+}
+
+std::expected<LayerSelector, AutomationError> AutomationParameters::selector() const {
+  LayerSelector selector;
+  auto trigger = this->trigger("modifiers");
+  if (!trigger) return std::unexpected(trigger.error());
+  selector.trigger = std::move(*trigger);
+  auto app = bundleID("app");
+  if (!app) return std::unexpected(app.error());
+  selector.appScope = std::move(*app);
+  auto name = this->name("name");
+  if (!name) return std::unexpected(name.error());
+  if (*name) {
+    selector.name =
+        std::string(ParameterText::trimBlanks(TextLimits::cut(**name, TextLimits::layerName)));
+  }
+  if (!selector.trigger && !selector.name) {
+    return std::unexpected(AutomationError::missing("modifiers"));
+  }
+  return selector;
+}
+
+std::expected<KeyAssignments, AutomationError> AutomationParameters::assignments() const {
+  KeyAssignments assignments;
+  for (const auto& [key, value] : keys_) {
+    std::optional<KeyAssignment> assignment = KeyAssignment::parse(value);
+    if (!assignment) return bad(key);
+    assignments.emplace_hint(assignments.end(), key, std::move(*assignment));
+  }
+  return assignments;
+}
+
+std::expected<KeyChanges, AutomationError> AutomationParameters::changes() const {
+  KeyChanges changes;
+  for (const auto& [key, value] : keys_) {
+    std::string_view text = ParameterText::trimBlanks(value);
+    if (text == "-") {
+      changes.emplace_hint(changes.end(), key, std::nullopt);
+      continue;
+    }
+    std::optional<KeyAssignment> assignment = KeyAssignment::parse(text);
+    if (!assignment) return bad(key);
+    changes.emplace_hint(changes.end(), key, std::move(*assignment));
+  }
+  return changes;
+}
+
+std::optional<PositionRequest> AutomationParameters::point(std::string_view text) {
+  std::size_t colon = text.find(':');
+  if (colon == std::string_view::npos) return std::nullopt;
+  std::string_view xText = text.substr(0, colon);
+  std::string_view yText = text.substr(colon + 1);
+  if (yText.find(':') != std::string_view::npos) return std::nullopt;
+  auto x = finiteNumber(xText);
+  auto y = finiteNumber(yText);
+  if (!x || !y) return std::nullopt;
+  return PositionRequest::point(*x, *y);
+}
+
+}  // namespace corvel

@@ -1,0 +1,101 @@
+// AutomationParameters: the checked parameters of one command, taken from the
+// (name, value) pairs a link, a notification, the tool or a Shortcuts action
+// delivers, and the readers that turn each parameter into its value. Every
+// reader gives nothing when its parameter is absent and `badValue` with the
+// parameter's canonical name when it is present but does not fit.
+#pragma once
+
+#include <cstdint>
+#include <expected>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "CorvelCore/Automation/AutomationCommand.h"
+#include "CorvelCore/Automation/AutomationError.h"
+#include "CorvelCore/Automation/ClosedRange.h"
+#include "CorvelCore/Automation/ShowOptions.h"
+#include "CorvelCore/Faces/LayerTrigger.h"
+#include "CorvelCore/Layers/FillMode.h"
+
+namespace corvel {
+
+// One (name, value) pair as delivered.
+using AutomationPair = std::pair<std::string, std::string>;
+
+class AutomationParameters {
+ public:
+  // A reader's result: the value, nothing when absent, or the error.
+  template <class T>
+  using Read = std::expected<std::optional<T>, AutomationError>;
+  // (name, value) entries sorted by name, each name once. Commands carry
+  // few parameters, so a sorted vector serves as the map.
+  using Entries = std::vector<std::pair<std::string, std::string>>;
+
+  // Sorts the pairs by name (code-point order, stable) and keeps those named
+  // in `known` (compared ignoring case, stored under the spelling in `known`)
+  // and, when `takesKeys`, those named by a key (stored under its canonical
+  // name). A parameter or key given twice is `badValue`; more than
+  // `AutomationCommand::maxKeys` keys is `tooLarge`. Other pairs are ignored.
+  [[nodiscard]] static std::expected<AutomationParameters, AutomationError> make(
+      std::span<const AutomationPair> pairs, std::span<const std::string_view> known,
+      bool takesKeys);
+
+  // Known parameters by canonical name, with their values as given.
+  [[nodiscard]] const Entries& values() const { return values_; }
+  // Key values by canonical key name, as given.
+  [[nodiscard]] const Entries& keys() const { return keys_; }
+  // The value of a parameter as given, or nullptr.
+  [[nodiscard]] const std::string* raw(std::string_view parameter) const;
+
+  // The text cleaned, every line break and tab made one blank, and trimmed of
+  // blanks at both ends.
+  [[nodiscard]] static std::string oneLine(std::string_view text);
+
+  // `oneLine` of the value; empty is bad.
+  [[nodiscard]] Read<std::string> name(std::string_view parameter) const;
+  // Trimmed and lowercased: "1", "true", "yes", "on" and the empty value are
+  // true; "0", "false", "no", "off" are false.
+  [[nodiscard]] Read<bool> boolean(std::string_view parameter) const;
+  // A decimal integer with an optional sign; below `range.lower` is bad,
+  // above `range.upper` reads as the upper bound.
+  [[nodiscard]] Read<std::int64_t> integer(std::string_view parameter,
+                                           ClosedRange<std::int64_t> range) const;
+  // A finite decimal number; below `range.lower` is bad, above
+  // `range.upper` reads as the upper bound.
+  [[nodiscard]] Read<double> number(std::string_view parameter, ClosedRange<double> range) const;
+  // The value as given; it must start with "/" and hold no control character.
+  [[nodiscard]] Read<std::string> file(std::string_view parameter) const;
+  // The trimmed value; it must be a bundle identifier.
+  [[nodiscard]] Read<std::string> bundleID(std::string_view parameter) const;
+  // "fill" as visible, dimmed (or dim) or blank; without it, blank when
+  // "blank" reads true.
+  [[nodiscard]] Read<FillMode> fill() const;
+  // "position" as a named position (ignoring case, blanks, "-" and "_";
+  // "centre" is center) or a point "x:y".
+  [[nodiscard]] Read<PositionRequest> position() const;
+  // "screen" as a display number (all ASCII digits, 32 bits) or a name.
+  [[nodiscard]] Read<ScreenRequest> screen() const;
+  // A trigger read by the trigger grammar.
+  [[nodiscard]] Read<LayerTrigger> trigger(std::string_view parameter) const;
+  // "modifiers", "app" and "name" (cut to a layer name's length); without a
+  // trigger or a name the selector is `missing` "modifiers".
+  [[nodiscard]] std::expected<LayerSelector, AutomationError> selector() const;
+  // Every key's value read as an assignment, in key-name order.
+  [[nodiscard]] std::expected<KeyAssignments, AutomationError> assignments() const;
+  // Every key's value trimmed: "-" removes the key's assignment, anything
+  // else must read as an assignment.
+  [[nodiscard]] std::expected<KeyChanges, AutomationError> changes() const;
+
+  // A point written "x:y": exactly two finite numbers.
+  [[nodiscard]] static std::optional<PositionRequest> point(std::string_view text);
+
+ private:
+  Entries values_;
+  Entries keys_;
+};
+
+}  // namespace corvel

@@ -1,0 +1,27 @@
+// ParameterText: the small text rules shared by the readers of command
+// parameters: what counts as a blank or a line break, trimming them, and
+// lowercasing for comparisons that ignore case.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvel {
+
+struct ParameterText {
+  // A tab or a space separator (general category Zs).
+  [[nodiscard]] static bool isBlank(char32_t scalar);
+  // U+000A to U+000D, U+0085, U+2028 or U+2029.
+  [[nodiscard]] static bool isLineBreak(char32_t scalar);
+  // The text without blanks at either end.
+  [[nodiscard]] static std::string_view trimBlanks(std::string_view text);
+  // The text without blanks or line breaks at either end.
+  [[nodiscard]] static std::string_view trimBlanksAndLineBreaks(std::string_view text);
+  // The text in lower case by the Unicode rules of no particular language.
+  [[nodiscard]] static std::string lowercased(std::string_view text);
+  // True when the texts are equal once their ASCII letters are lowercased;
+  // for comparing (lowercased) input with the fixed ASCII names of commands.
+  [[nodiscard]] static bool equalsIgnoringASCIICase(std::string_view a, std::string_view b);
+};
+
+}  // namespace corvel

@@ -1,0 +1,168 @@
+#include "CorvelCore/Automation/AutomationCommand.h"
+
+#include <gtest/gtest.h>
+
+namespace corvel {
+namespace {
+
+LayerTrigger rightCommandShift() {
+  return LayerTrigger(
+      {{TriggerModifier::command, Side::right}, {TriggerModifier::shift, Side::right}});
+}
+
+TEST(AutomationCommandTest, BuildsLinks) {
+  ShowOptions options;
+  options.position = PositionRequest::point(12.5, -40);
+  options.width = 800;
+  options.screen = ScreenRequest::name("LG UltraFine");
+  options.theme = "Night Owl";
+  options.fill = FillMode::dimmed;
+  options.hideAfterMS = 1500;
+  options.fadeOutMS = 0;
+  TemporaryLayerSpec layer{"Work & Play",
+                           {{"q", KeyAssignment::text("a=b|c?d#e")},
+                            {"escape", KeyAssignment::symbol("xmark")},
+                            {"1", KeyAssignment::text("s:x")},
+                            {"2", KeyAssignment::text("-")}}};
+  StoredLayerSpec stored{rightCommandShift(), "Mail",
+                         "com.apple.mail",    0.25,
+                         FillMode::blank,     {{"m", KeyAssignment::app("com.apple.mail")}}};
+  struct Case {
+    AutomationCommand command;
+    std::string link;
+  };
+  const Case cases[] = {
+      {AutomationCommand::show(options, layer),
+       "quillon://show?position=12.5:-40&width=800&screen=LG%20UltraFine&theme=Night%20Owl"
+       "&fill=dimmed&hideAfterMS=1500&fadeOutMS=0&name=Work%20%26%20Play&1=text:s:x&2=text:-"
+       "&escape=s:xmark&q=a%3Db%7Cc%3Fd%23e"},
+      {AutomationCommand::toggle({.position = PositionRequest::named(NamedPosition::topLeft)},
+                                 std::nullopt),
+       "quillon://toggle?position=topLeft"},
+      {AutomationCommand::hide(300), "quillon://hide?fadeOutMS=300"},
+      {AutomationCommand::hide(std::nullopt), "quillon://hide"},
+      {AutomationCommand::profile("Caf\xC3\xA9"), "quillon://profile?name=Caf%C3%A9"},
+      {AutomationCommand::theme("a+b"), "quillon://theme?name=a%2Bb"},
+      {AutomationCommand::layerShow(
+           {std::nullopt, {{"f", KeyAssignment::symbolText("magnifyingglass", "Find")}}},
+           ShowOptions{}),
+       "quillon://layer/show?f=s:magnifyingglass%7CFind"},
+      {AutomationCommand::layerStore(stored),
+       "quillon://layer/store?modifiers=rshift-rcmd&name=Mail&app=com.apple.mail&holdDelay=0.25"
+       "&fill=blank&m=a:com.apple.mail"},
+      {AutomationCommand::layerEdit({LayerTrigger::hyper(), std::nullopt, "Nav"},
+                                    {{"h", std::nullopt}, {"j", KeyAssignment::text("Down")}}),
+       "quillon://layer/edit?modifiers=hyper&name=Nav&h=-&j=Down"},
+      {AutomationCommand::layerRemove({std::nullopt, "com.apple.Safari", "Web"}),
+       "quillon://layer/remove?app=com.apple.Safari&name=Web"},
+      {AutomationCommand::exportFile(ExportKind::sheet, "/tmp/My Sheet.quillonsheet", std::nullopt,
+                                     "com.apple.Safari"),
+       "quillon://export?what=sheet&file=/tmp/My%20Sheet.quillonsheet&app=com.apple.Safari"},
+      {AutomationCommand::importFile("/a/~b@c"), "quillon://import?file=/a/~b@c"},
+      {AutomationCommand::clickToType(false), "quillon://clickToType?on=0"},
+      {AutomationCommand::layerReset(), "quillon://layer/reset"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.link);
+    EXPECT_EQ(c.command.link(), c.link);
+    EXPECT_EQ(c.command.linkSize(), c.link.size());
+  }
+}
+
+TEST(AutomationCommandTest, FitsLinkAtExactlyTheLimit) {
+  // Eleven keys of 120 emoji (12 encoded bytes each) and one to fill up:
+  // texts that need no "text:" prefix, so only the exact size decides.
+  std::string emoji = "\xF0\x9F\x98\x80";
+  std::string full;
+  for (int i = 0; i < 120; ++i) full += emoji;
+  TemporaryLayerSpec spec;
+  for (char key = 'a'; key < 'a' + 11; ++key)
+    spec.keys.emplace(std::string(1, key), KeyAssignment::text(full));
+  std::string last(8, 'x');
+  for (int i = 0; i < 40; ++i) last += emoji;
+  spec.keys.emplace("l", KeyAssignment::text(last));
+  auto fits = AutomationCommand::layerShow(spec, std::nullopt);
+  ASSERT_EQ(fits.link().size(), AutomationCommand::maxURLBytes);
+  EXPECT_TRUE(fits.fitsLink());
+  spec.keys.insert_or_assign("l", KeyAssignment::text(last + "x"));
+  EXPECT_FALSE(AutomationCommand::layerShow(spec, std::nullopt).fitsLink());
+}
+
+TEST(AutomationCommandTest, ShownLayerFollowsKeysAndFill) {
+  ShowOptions filled;
+  filled.fill = FillMode::blank;
+  auto withFill = AutomationCommand::show(filled, std::nullopt);
+  ASSERT_TRUE(withFill.as<AutomationCommand::Show>()->layer);
+  auto emptyLayer = AutomationCommand::toggle({}, TemporaryLayerSpec{"Named", {}});
+  EXPECT_FALSE(emptyLayer.as<AutomationCommand::Toggle>()->layer);
+  EXPECT_EQ(AutomationCommand::layerShow({}, ShowOptions{}),
+            AutomationCommand::layerShow({}, std::nullopt));
+}
+
+TEST(AutomationCommandTest, SourcesMaySendTheirVerbs) {
+  using enum AutomationSource;
+  struct Case {
+    std::string_view verb;
+    bool url, notification, commandLine, intent;
+  };
+  const Case cases[] = {
+      {"show", true, true, true, true},           {"layer/reset", true, true, true, true},
+      {"export", true, false, true, true},        {"import", true, false, true, true},
+      {"clickToType", false, false, false, true}, {"reset", true, true, true, true},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.verb);
+    EXPECT_EQ(AutomationCommand::isAllowed(c.verb, url), c.url);
+    EXPECT_EQ(AutomationCommand::isAllowed(c.verb, notification), c.notification);
+    EXPECT_EQ(AutomationCommand::isAllowed(c.verb, commandLine), c.commandLine);
+    EXPECT_EQ(AutomationCommand::isAllowed(c.verb, intent), c.intent);
+  }
+  EXPECT_FALSE(
+      AutomationCommand::exportFile(ExportKind::layers, "/x", {}, {}).isAllowed(notification));
+  EXPECT_TRUE(AutomationCommand::clickToType(true).isAllowed(intent));
+}
+
+TEST(AutomationCommandTest, NotificationNames) {
+  auto names = AutomationCommand::notificationNames();
+  ASSERT_EQ(names.size(), 17u);
+  EXPECT_EQ(names[0], "app.quillon.Quillon.show");
+  EXPECT_EQ(names[5], "app.quillon.Quillon.layer.show");
+  EXPECT_EQ(names[6], "app.quillon.Quillon.layer.reset");
+  EXPECT_EQ(names[12], "app.quillon.Quillon.clickToType");
+  EXPECT_EQ(names[13], "app.quillon.Quillon.edit");
+  EXPECT_EQ(names[16], "app.quillon.Quillon.store");
+  for (const auto& name : names) EXPECT_TRUE(AutomationCommand::verb(name)) << name;
+
+  struct Case {
+    std::string name;
+    std::optional<std::string> verb;
+  };
+  const Case cases[] = {
+      {"app.quillon.Quillon.layer.store", "layer/store"},
+      {"app.quillon.Quillon.remove", "remove"},
+      {"app.quillon.Quillon.Show", std::nullopt},
+      {"app.quillon.Quillon.layer.bogus", std::nullopt},
+      {"app.corvel.Corvel.show", std::nullopt},
+      {"app.quillon.Quillon.", std::nullopt},
+      {"app.quillon.Quillonshow", std::nullopt},
+  };
+  for (const auto& c : cases) EXPECT_EQ(AutomationCommand::verb(c.name), c.verb) << c.name;
+}
+
+TEST(AutomationCommandTest, AppsNamedAreDistinct) {
+  KeyAssignments keys;
+  for (char c = 'a'; c <= 'i'; ++c) keys.emplace(std::string(1, c), KeyAssignment::app("com.x"));
+  keys.emplace("1", KeyAssignment::app("com.y"));
+  keys.emplace("2", KeyAssignment::text("com.z"));
+  EXPECT_EQ(AutomationCommand::show({}, TemporaryLayerSpec{std::nullopt, keys}).appsNamed(),
+            (std::set<std::string>{"com.x", "com.y"}));
+  EXPECT_EQ(AutomationCommand::layerEdit({std::nullopt, "com.w", "N"},
+                                         {{"a", KeyAssignment::app("com.v")}, {"b", std::nullopt}})
+                .appsNamed(),
+            (std::set<std::string>{"com.v"}));
+  EXPECT_EQ(AutomationCommand::tooManyAppsMessage(),
+            "A command may name at most 8 apps. Name fewer.");
+}
+
+}  // namespace
+}  // namespace corvel

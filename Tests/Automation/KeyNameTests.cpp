@@ -1,0 +1,111 @@
+#include "CorvelCore/Automation/KeyName.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "CorvelCore/Keyboard/KeyID.h"
+#include "CorvelCore/Shortcuts/KeySpec.h"
+
+namespace corvel {
+namespace {
+
+using namespace std::string_view_literals;
+
+TEST(KeyNameTests, givesOneNamePerKey) {
+  const std::pair<std::string_view, std::string_view> cases[] = {
+      {"Esc", "escape"},
+      {"ESCAPE", "escape"},
+      {"%65sc", "escape"},
+      {"%65%73%63", "escape"},
+      {"Backspace", "delete"},
+      {"A", "a"},
+      {"keyA", "a"},
+      {"PageUp", "pageup"},
+      {"F5", "f5"},
+      {"enter", "enter"},
+      {"+", "plus"},
+      {"%2B", "plus"},
+      {"Plus", "plus"},
+      {"§", "§"},
+      {"%C2%A7", "§"},
+      {"`", "`"},
+      {"\u212A", "k"},
+      // A character of another layout names the key that types it.
+      {"\u00C9", "\u00E9"},
+      {"e\u0301", "e\u0301"},
+      {"%", "%"},
+      {"\U0001F600", "\U0001F600"},
+      // 39 scalars before decoding, 13 after: the limit counts the decoded name.
+      {"%66%6F%72%77%61%72%64%64%65%6C%65%74%65", "forwarddelete"},
+  };
+  for (const auto& [text, name] : cases) {
+    SCOPED_TRACE(std::string(text));
+    EXPECT_EQ(KeyName::canonical(text), name);
+  }
+}
+
+TEST(KeyNameTests, refusesWhatNamesNoKey) {
+  const std::string_view cases[] = {" ",
+                                    "",
+                                    "\t",
+                                    "\u00A0",
+                                    "\u200B",
+                                    "\x01",
+                                    "\u2028",
+                                    "\xff",
+                                    "\U000F0000",
+                                    "%%",
+                                    "%zz",
+                                    "%6",
+                                    "%FF",
+                                    "%20",
+                                    "%09",
+                                    "%00",
+                                    "cmd",
+                                    "fn",
+                                    "cmd+a",
+                                    "a b",
+                                    "esc esc",
+                                    "ab",
+                                    "?",
+                                    "escape ",
+                                    "%65sc%",
+                                    "\xed\xa0\x80",
+                                    "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa"};
+  for (std::string_view text : cases) {
+    SCOPED_TRACE(std::string(text));
+    EXPECT_EQ(KeyName::canonical(text), std::nullopt);
+  }
+  EXPECT_EQ(KeyName::canonical("\x00"sv), std::nullopt);
+}
+
+TEST(KeyNameTests, everyKeyHasACanonicalNameThatNamesItBack) {
+  for (const KeyInfo& info : allKeys()) {
+    SCOPED_TRACE(std::string(info.identifier));
+    const auto name = KeyName::canonical(info.name);
+    ASSERT_TRUE(name.has_value());
+    EXPECT_EQ(KeySpec::key(*name), info.id);
+    EXPECT_EQ(KeyName::canonical(info.identifier), name);
+    EXPECT_EQ(KeyName::canonical(*name), name);
+  }
+}
+
+TEST(KeyNameTests, randomBytesNeverCrashAndNamesAreFixedPoints) {
+  const std::string_view pieces[] = {"%",    "6",    "5", "s", "c", "E",    "+",  " ",
+                                     "\xc2", "\xa7", "a", "f", "1", "\x80", "%2", "B"};
+  std::mt19937 random(11);
+  std::uniform_int_distribution<std::size_t> pick(0, std::size(pieces) - 1);
+  std::uniform_int_distribution<int> length(1, 6);
+  for (int round = 0; round < 20000; ++round) {
+    std::string text;
+    for (int count = length(random); count > 0; --count) text += pieces[pick(random)];
+    if (const auto name = KeyName::canonical(text)) {
+      ASSERT_EQ(KeyName::canonical(*name), name) << text;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace corvel
