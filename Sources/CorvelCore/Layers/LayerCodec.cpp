@@ -24,40 +24,78 @@ std::string encoded(std::int64_t version, std::span<const Layer> layers, const J
   return DocumentRules::printed(root);
 }
 
+// Reads the elements of "layers" into layers, in file order: the first
+// layer of each id goes to the sink, the rest of the elements to `unparsed`.
+struct ElementReader {
+  const LayerCodec::LayerSink& sink;
+  JSONArray& unparsed;
+  std::unordered_set<UUID> ids{};
+  std::int64_t unreadable = 0;
+
+  // A text that repeats "layers" means its last one.
+  void restart() {
+    unparsed.clear();
+    ids.clear();
+    unreadable = 0;
+    if (sink.restart) sink.restart();
+  }
+
+  void read(JSONValue element) {
+    auto layer = Layer::fromJSON(element);
+    if (!layer) {
+      ++unreadable;
+      unparsed.push_back(std::move(element));
+    } else if (!ids.insert(layer->id).second) {
+      // A repeated id is never loaded twice; the first layer keeps it.
+      unparsed.push_back(std::move(element));
+    } else if (sink.layer) {
+      sink.layer(std::move(*layer));
+    }
+  }
+};
+
 }  // namespace
 
 std::expected<LayerFile, LayerError> LayerCodec::decodeFile(std::string_view data) {
   if (data.size() > maxFileBytes) return std::unexpected(LayerError::tooLarge());
-  auto parsed = JSONValue::decode(data);
+  // One copy, with the room the parser needs to read it in place.
+  std::string text;
+  text.reserve(data.size() + JSONValue::readPadding);
+  text.assign(data);
+  std::vector<Layer> layers;
+  auto file = decodeFile(
+      text, {[&] { layers.clear(); }, [&](Layer layer) { layers.push_back(std::move(layer)); }});
+  if (file) file->layers = std::move(layers);
+  return file;
+}
+
+std::expected<LayerFile, LayerError> LayerCodec::decodeFile(const std::string& data,
+                                                            const LayerSink& sink) {
+  if (data.size() > maxFileBytes) return std::unexpected(LayerError::tooLarge());
+
+  // Each element of "layers" is read into a layer as soon as the parser has
+  // it and then let go, so that a large file is never held both as JSON
+  // and as layers. Whether the file is well formed, and its version, are
+  // known only at the end.
+  LayerFile file;
+  ElementReader elements{sink, file.unparsed};
+  const JSONValue::StreamedArray layers{
+      layersKey, [&] { elements.restart(); },
+      [&](JSONValue element) { elements.read(std::move(element)); }};
+  auto parsed = JSONValue::decode(data, layers);
   if (!parsed || !parsed->isObject()) return std::unexpected(LayerError::notJSON());
-  // The parsed document is ours: elements and members that are kept as they
-  // stand are moved out of it rather than copied.
   JSONObject& root = *parsed->asObject();
 
-  LayerFile file;
   JSONObjectReader reader("", *parsed);
   file.version = reader.integer(versionKey, currentVersion);
   if (file.version < 1) return std::unexpected(LayerError::unsupportedVersion(file.version));
 
-  JSONValue* layersJSON = root.find(layersKey);
-  JSONArray* elements = layersJSON == nullptr ? nullptr : layersJSON->asArray();
-  if (elements == nullptr) return std::unexpected(LayerError::notLayers());
-
-  file.layers.reserve(elements->size());
-  std::unordered_set<UUID> ids;
-  ids.reserve(elements->size());
-  for (JSONValue& element : *elements) {
-    auto layer = Layer::fromJSON(element);
-    if (!layer) {
-      if (file.version != currentVersion) ++file.unparsedFromNewer;
-      file.unparsed.push_back(std::move(element));
-    } else if (!ids.insert(layer->id).second) {
-      // A repeated id is never loaded twice; the first layer keeps it.
-      file.unparsed.push_back(std::move(element));
-    } else {
-      file.layers.push_back(std::move(*layer));
-    }
+  // An array under "layers" was streamed above and stands here empty.
+  const JSONValue* layersJSON = root.find(layersKey);
+  if (layersJSON == nullptr || layersJSON->asArray() == nullptr) {
+    return std::unexpected(LayerError::notLayers());
   }
+  if (file.version != currentVersion) file.unparsedFromNewer = elements.unreadable;
 
   std::vector<JSONObject::Member> extras;
   for (const auto& [key, value] : root) {

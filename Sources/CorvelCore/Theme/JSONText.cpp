@@ -10,12 +10,14 @@
 // code-point order, "/" left alone.
 #include <simdjson.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "CorvelCore/Theme/JSONValue.h"
 
@@ -25,29 +27,71 @@ namespace {
 namespace od = simdjson::ondemand;
 
 struct Decoder {
+  // The root's array member handed over element by element, if any.
+  const JSONValue::StreamedArray* streamed = nullptr;
+  // How many members (or elements) the last object (or array) completed at
+  // each depth held: siblings tend to be alike, so a container is given
+  // that much room at once and seldom grows while it is filled.
+  std::vector<std::size_t> memberHints;
+  std::vector<std::size_t> elementHints;
+
   std::expected<JSONValue, JSONError> value(od::value element, int depth);
   std::expected<JSONValue, JSONError> object(od::object members, int depth);
   std::expected<JSONValue, JSONError> array(od::array elements, int depth);
+  std::expected<void, JSONError> stream(od::value element, int depth);
 };
 
 std::unexpected<JSONError> refused() { return std::unexpected(JSONError::notJSONValue); }
 
+// The room to give a container at `depth`, made known the first time.
+std::size_t& hint(std::vector<std::size_t>& hints, int depth) {
+  const auto index = static_cast<std::size_t>(depth);
+  if (hints.size() <= index) hints.resize(index + 1, 0);
+  return hints[index];
+}
+
+// A guess is never trusted far: room well beyond what a container holds is
+// given back, so that a text of many small containers after a large one
+// costs no more memory than without guessing.
+constexpr std::size_t kMostRoomGuessed = 64;
+
+template <class Container>
+void fitted(Container& container) {
+  if (container.capacity() > 2 * container.size() + 4) container.shrink_to_fit();
+}
+
 std::expected<JSONValue, JSONError> Decoder::object(od::object members, int depth) {
   std::vector<JSONObject::Member> out;
+  out.reserve(std::min(hint(memberHints, depth), kMostRoomGuessed));
   for (auto field : members) {
     std::string_view key;
     if (field.unescaped_key().get(key) != simdjson::SUCCESS) return refused();
     od::value inner;
     if (field.value().get(inner) != simdjson::SUCCESS) return refused();
+    if (depth == 1 && streamed != nullptr && key == streamed->key) {
+      od::json_type type;
+      if (inner.type().get(type) != simdjson::SUCCESS) return refused();
+      if (type == od::json_type::array) {
+        std::string name(key);
+        if (auto handed = stream(inner, depth + 1); !handed) return std::unexpected(handed.error());
+        out.emplace_back(std::move(name), JSONValue(JSONArray()));
+        continue;
+      }
+    }
+    // The key lives in the parser's buffer only until the next one is read.
+    std::string name(key);
     auto decoded = value(inner, depth + 1);
     if (!decoded) return decoded;
-    out.emplace_back(std::string(key), std::move(*decoded));
+    out.emplace_back(std::move(name), std::move(*decoded));
   }
+  hint(memberHints, depth) = out.size();
+  fitted(out);
   return JSONValue(JSONObject(std::move(out)));
 }
 
 std::expected<JSONValue, JSONError> Decoder::array(od::array elements, int depth) {
   JSONArray out;
+  out.reserve(std::min(hint(elementHints, depth), kMostRoomGuessed));
   for (auto element : elements) {
     od::value inner;
     if (element.get(inner) != simdjson::SUCCESS) return refused();
@@ -55,7 +99,26 @@ std::expected<JSONValue, JSONError> Decoder::array(od::array elements, int depth
     if (!decoded) return decoded;
     out.push_back(std::move(*decoded));
   }
+  hint(elementHints, depth) = out.size();
+  fitted(out);
   return JSONValue(std::move(out));
+}
+
+// The elements of the streamed array, each handed over once read, so that
+// no more than one of them is held at a time.
+std::expected<void, JSONError> Decoder::stream(od::value element, int depth) {
+  if (depth > JSONValue::maxDepth) return refused();
+  od::array elements;
+  if (element.get_array().get(elements) != simdjson::SUCCESS) return refused();
+  if (streamed->begin) streamed->begin();
+  for (auto item : elements) {
+    od::value inner;
+    if (item.get(inner) != simdjson::SUCCESS) return refused();
+    auto decoded = value(inner, depth + 1);
+    if (!decoded) return std::unexpected(decoded.error());
+    if (streamed->element) streamed->element(std::move(*decoded));
+  }
+  return {};
 }
 
 std::expected<JSONValue, JSONError> Decoder::value(od::value element, int depth) {
@@ -99,10 +162,12 @@ std::expected<JSONValue, JSONError> Decoder::value(od::value element, int depth)
 
 // A document whose root is a scalar cannot be taken as a value by On-Demand,
 // so the root is dispatched here.
-std::expected<JSONValue, JSONError> decodeRoot(od::document& document) {
+std::expected<JSONValue, JSONError> decodeRoot(od::document& document,
+                                               const JSONValue::StreamedArray* streamed) {
   od::json_type type;
   if (document.type().get(type) != simdjson::SUCCESS) return refused();
   Decoder decoder;
+  decoder.streamed = streamed;
   switch (type) {
     case od::json_type::object:
     case od::json_type::array: {
@@ -320,21 +385,42 @@ void describe(std::string& out, const JSONValue& value) {
   }
 }
 
-}  // namespace
+static_assert(JSONValue::readPadding >= simdjson::SIMDJSON_PADDING);
 
-std::expected<JSONValue, JSONError> JSONValue::decode(std::string_view text) {
+// `capacity` is how many bytes from the start of the text may be read; with
+// enough beyond the text, the parser reads it where it is.
+std::expected<JSONValue, JSONError> decodeText(std::string_view text, std::size_t capacity,
+                                               const JSONValue::StreamedArray* streamed) {
   // One parser per thread keeps its buffers between documents.
   thread_local od::parser parser;
-  simdjson::padded_string padded(text);
+  simdjson::padded_string copy;
+  simdjson::padded_string_view padded;
+  if (capacity >= text.size() + simdjson::SIMDJSON_PADDING) {
+    padded = simdjson::padded_string_view(text, capacity);
+  } else {
+    copy = simdjson::padded_string(text);
+    padded = copy;
+  }
   od::document document;
   if (parser.iterate(padded).get(document) != simdjson::SUCCESS) return refused();
-  auto root = decodeRoot(document);
+  auto root = decodeRoot(document, streamed);
   if (!root) return root;
   // Anything left after the document (a second value, a stray bracket) makes
   // the text malformed.
   const char* rest = nullptr;
   if (document.current_location().get(rest) == simdjson::SUCCESS) return refused();
   return root;
+}
+
+}  // namespace
+
+std::expected<JSONValue, JSONError> JSONValue::decode(std::string_view text) {
+  return decodeText(text, 0, nullptr);
+}
+
+std::expected<JSONValue, JSONError> JSONValue::decode(const std::string& text,
+                                                      const StreamedArray& streamed) {
+  return decodeText(text, text.capacity(), &streamed);
 }
 
 std::expected<std::string, JSONError> JSONValue::encoded() const {
