@@ -26,6 +26,8 @@ namespace {
 
 namespace od = simdjson::ondemand;
 
+// Builds each value where it is to be kept (false for text that is not
+// JSON), so that no value is moved on its way up the tree.
 struct Decoder {
   // The root's array member handed over element by element, if any.
   const JSONValue::StreamedArray* streamed = nullptr;
@@ -35,10 +37,10 @@ struct Decoder {
   std::vector<std::size_t> memberHints;
   std::vector<std::size_t> elementHints;
 
-  std::expected<JSONValue, JSONError> value(od::value element, int depth);
-  std::expected<JSONValue, JSONError> object(od::object members, int depth);
-  std::expected<JSONValue, JSONError> array(od::array elements, int depth);
-  std::expected<void, JSONError> stream(od::value element, int depth);
+  bool value(od::value element, int depth, JSONValue& out);
+  bool object(od::object members, int depth, JSONValue& out);
+  bool array(od::array elements, int depth, JSONValue& out);
+  bool stream(od::value element, int depth);
 };
 
 std::unexpected<JSONError> refused() { return std::unexpected(JSONError::notJSONValue); }
@@ -60,104 +62,106 @@ void fitted(Container& container) {
   if (container.capacity() > 2 * container.size() + 4) container.shrink_to_fit();
 }
 
-std::expected<JSONValue, JSONError> Decoder::object(od::object members, int depth) {
-  std::vector<JSONObject::Member> out;
-  out.reserve(std::min(hint(memberHints, depth), kMostRoomGuessed));
+bool Decoder::object(od::object members, int depth, JSONValue& out) {
+  std::vector<JSONObject::Member> filled;
+  filled.reserve(std::min(hint(memberHints, depth), kMostRoomGuessed));
   for (auto field : members) {
     std::string_view key;
-    if (field.unescaped_key().get(key) != simdjson::SUCCESS) return refused();
+    if (field.unescaped_key().get(key) != simdjson::SUCCESS) return false;
     od::value inner;
-    if (field.value().get(inner) != simdjson::SUCCESS) return refused();
+    if (field.value().get(inner) != simdjson::SUCCESS) return false;
+    // The key lives in the parser's buffer only until the next one is read.
+    // The member's place stays put while its value is built: deeper
+    // containers fill vectors of their own.
+    filled.emplace_back(std::string(key), JSONValue());
     if (depth == 1 && streamed != nullptr && key == streamed->key) {
       od::json_type type;
-      if (inner.type().get(type) != simdjson::SUCCESS) return refused();
+      if (inner.type().get(type) != simdjson::SUCCESS) return false;
       if (type == od::json_type::array) {
-        std::string name(key);
-        if (auto handed = stream(inner, depth + 1); !handed) return std::unexpected(handed.error());
-        out.emplace_back(std::move(name), JSONValue(JSONArray()));
+        if (!stream(inner, depth + 1)) return false;
+        filled.back().second = JSONArray();
         continue;
       }
     }
-    // The key lives in the parser's buffer only until the next one is read.
-    std::string name(key);
-    auto decoded = value(inner, depth + 1);
-    if (!decoded) return decoded;
-    out.emplace_back(std::move(name), std::move(*decoded));
+    if (!value(inner, depth + 1, filled.back().second)) return false;
   }
-  hint(memberHints, depth) = out.size();
-  fitted(out);
-  return JSONValue(JSONObject(std::move(out)));
+  hint(memberHints, depth) = filled.size();
+  fitted(filled);
+  out = JSONObject(std::move(filled));
+  return true;
 }
 
-std::expected<JSONValue, JSONError> Decoder::array(od::array elements, int depth) {
-  JSONArray out;
-  out.reserve(std::min(hint(elementHints, depth), kMostRoomGuessed));
+bool Decoder::array(od::array elements, int depth, JSONValue& out) {
+  JSONArray filled;
+  filled.reserve(std::min(hint(elementHints, depth), kMostRoomGuessed));
   for (auto element : elements) {
     od::value inner;
-    if (element.get(inner) != simdjson::SUCCESS) return refused();
-    auto decoded = value(inner, depth + 1);
-    if (!decoded) return decoded;
-    out.push_back(std::move(*decoded));
+    if (element.get(inner) != simdjson::SUCCESS) return false;
+    filled.emplace_back();
+    if (!value(inner, depth + 1, filled.back())) return false;
   }
-  hint(elementHints, depth) = out.size();
-  fitted(out);
-  return JSONValue(std::move(out));
+  hint(elementHints, depth) = filled.size();
+  fitted(filled);
+  out = std::move(filled);
+  return true;
 }
 
 // The elements of the streamed array, each handed over once read, so that
 // no more than one of them is held at a time.
-std::expected<void, JSONError> Decoder::stream(od::value element, int depth) {
-  if (depth > JSONValue::maxDepth) return refused();
+bool Decoder::stream(od::value element, int depth) {
+  if (depth > JSONValue::maxDepth) return false;
   od::array elements;
-  if (element.get_array().get(elements) != simdjson::SUCCESS) return refused();
+  if (element.get_array().get(elements) != simdjson::SUCCESS) return false;
   if (streamed->begin) streamed->begin();
   for (auto item : elements) {
     od::value inner;
-    if (item.get(inner) != simdjson::SUCCESS) return refused();
-    auto decoded = value(inner, depth + 1);
-    if (!decoded) return std::unexpected(decoded.error());
-    if (streamed->element) streamed->element(std::move(*decoded));
+    if (item.get(inner) != simdjson::SUCCESS) return false;
+    JSONValue decoded;
+    if (!value(inner, depth + 1, decoded)) return false;
+    if (streamed->element) streamed->element(std::move(decoded));
   }
-  return {};
+  return true;
 }
 
-std::expected<JSONValue, JSONError> Decoder::value(od::value element, int depth) {
-  if (depth > JSONValue::maxDepth) return refused();
+bool Decoder::value(od::value element, int depth, JSONValue& out) {
+  if (depth > JSONValue::maxDepth) return false;
   od::json_type type;
-  if (element.type().get(type) != simdjson::SUCCESS) return refused();
+  if (element.type().get(type) != simdjson::SUCCESS) return false;
   switch (type) {
     case od::json_type::object: {
       od::object members;
-      if (element.get_object().get(members) != simdjson::SUCCESS) return refused();
-      return object(members, depth);
+      if (element.get_object().get(members) != simdjson::SUCCESS) return false;
+      return object(members, depth, out);
     }
     case od::json_type::array: {
       od::array elements;
-      if (element.get_array().get(elements) != simdjson::SUCCESS) return refused();
-      return array(elements, depth);
+      if (element.get_array().get(elements) != simdjson::SUCCESS) return false;
+      return array(elements, depth, out);
     }
     case od::json_type::string: {
       std::string_view text;
-      if (element.get_string().get(text) != simdjson::SUCCESS) return refused();
-      return JSONValue(text);
+      if (element.get_string().get(text) != simdjson::SUCCESS) return false;
+      out = text;
+      return true;
     }
     case od::json_type::number: {
       double number = 0;
-      if (element.get_double().get(number) != simdjson::SUCCESS) return refused();
-      return JSONValue(number);
+      if (element.get_double().get(number) != simdjson::SUCCESS) return false;
+      out = number;
+      return true;
     }
     case od::json_type::boolean: {
       bool flag = false;
-      if (element.get_bool().get(flag) != simdjson::SUCCESS) return refused();
-      return JSONValue(flag);
+      if (element.get_bool().get(flag) != simdjson::SUCCESS) return false;
+      out = flag;
+      return true;
     }
     case od::json_type::null: {
       bool isNull = false;
-      if (element.is_null().get(isNull) != simdjson::SUCCESS || !isNull) return refused();
-      return JSONValue();
+      return element.is_null().get(isNull) == simdjson::SUCCESS && isNull;
     }
   }
-  return refused();
+  return false;
 }
 
 // A document whose root is a scalar cannot be taken as a value by On-Demand,
@@ -173,7 +177,9 @@ std::expected<JSONValue, JSONError> decodeRoot(od::document& document,
     case od::json_type::array: {
       od::value root;
       if (document.get_value().get(root) != simdjson::SUCCESS) return refused();
-      return decoder.value(root, 1);
+      JSONValue decoded;
+      if (!decoder.value(root, 1, decoded)) return refused();
+      return decoded;
     }
     case od::json_type::string: {
       std::string_view text;
