@@ -98,20 +98,6 @@ constexpr std::array<FaceType, std::variant_size_v<CapFace::Value>> faceTypes{{
     {"appIcon", readAppIcon, appIconFields},
 }};
 
-// The members of the face that its case does not read. When every member
-// was found under one of the case's names there are none, and the object
-// need not be searched again.
-JSONObject unknownMembers(const JSONObject& object, const Fields& found,
-                          std::span<const Field> caseFields) {
-  std::size_t present = 0;
-  for (Field field : caseFields) present += found[field] != nullptr ? 1 : 0;
-  if (present == object.size()) return JSONObject();
-  std::array<std::string_view, fieldNames.size()> names{};
-  std::size_t count = 0;
-  for (Field field : caseFields) names[count++] = fieldNames[field];
-  return DocumentRules::unknownMembers(object, std::span(names.data(), count));
-}
-
 }  // namespace
 
 CapFace CapFace::label(std::string text) { return {Label{std::move(text)}, {}}; }
@@ -166,7 +152,8 @@ std::expected<CapFace, LayerError> CapFace::fromJSON(const JSONValue& json, std:
     if (faceType.name != *type) continue;
     Read value = faceType.read(fields, removed);
     if (!value) return std::unexpected(value.error());
-    return CapFace{std::move(*value), unknownMembers(*object, fields, faceType.fields)};
+    return CapFace{std::move(*value),
+                   DocumentRules::unknownMembers(*object, fields, faceType.fields, fieldNames)};
   }
   return std::unexpected(LayerError::badKey());
 }

@@ -133,20 +133,6 @@ constexpr std::array<ActionType, std::variant_size_v<LayerAction::Value>> action
     {"showSymbol", readShowSymbol, showSymbolFields},
 }};
 
-// The members of the action that its case does not read. When every member
-// was found under one of the case's names there are none, and the object
-// need not be searched again.
-JSONObject unknownMembers(const JSONObject& object, const Fields& found,
-                          std::span<const Field> caseFields) {
-  std::size_t present = 0;
-  for (Field field : caseFields) present += found[field] != nullptr ? 1 : 0;
-  if (present == object.size()) return JSONObject();
-  std::array<std::string_view, fieldNames.size()> names{};
-  std::size_t count = 0;
-  for (Field field : caseFields) names[count++] = fieldNames[field];
-  return DocumentRules::unknownMembers(object, std::span(names.data(), count));
-}
-
 }  // namespace
 
 LayerAction LayerAction::openApp(std::string bundleID, std::string name) {
@@ -204,7 +190,8 @@ std::expected<LayerAction, LayerError> LayerAction::fromJSON(const JSONValue& js
     JSONObject kept;
     Read value = actionType.read(fields, kept, removed);
     if (!value) return std::unexpected(value.error());
-    JSONObject extras = unknownMembers(*object, fields, actionType.fields);
+    JSONObject extras =
+        DocumentRules::unknownMembers(*object, fields, actionType.fields, fieldNames);
     for (const auto& [key, member] : kept) extras.set(key, member);
     return LayerAction{std::move(*value), std::move(extras)};
   }
