@@ -1,0 +1,178 @@
+#!/usr/bin/env bash
+# check-completions.sh SHELL FOLDER
+# Loads the completion script of quillon for SHELL (bash, zsh or fish) from
+# FOLDER in that very shell and checks what it offers for each command line
+# of completion-cases.tsv. A stand-in `quillon` on the PATH prints the
+# listings; a folder of files serves the file completions. Exits 77 (skipped)
+# when SHELL is not installed.
+set -u
+shell=$1
+folder=$(cd "$2" && pwd)
+cases=$(cd "$(dirname "$0")" && pwd)/completion-cases.tsv
+capture=$(cd "$(dirname "$0")" && pwd)/capture.zsh
+
+if ! command -v "$shell" >/dev/null 2>&1; then
+  echo "$shell is not installed, so its completion is not checked."
+  exit 77
+fi
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+mkdir -p "$work/bin" "$work/files/folder"
+touch "$work/files/"{a.quillonlayer,b.corvellayer,c.JSON,d.quillontheme,e.quillonsheet,f.txt}
+touch "$work/files/folder/inner.quillonlayer" "$work/files/folder/other.txt"
+
+# The listings as the tool prints them: pretty, one member a line.
+cat >"$work/bin/quillon" <<'TOOL'
+#!/bin/sh
+case "$*" in
+  "themes list --json")
+    cat <<'JSON'
+[
+  {
+    "family" : "Classic",
+    "id" : "space-black",
+    "inUse" : true,
+    "name" : "Space Black"
+  },
+  {
+    "id" : "mine-night",
+    "inUse" : false,
+    "name" : "Night \"Owl\" \\ 2\/3"
+  }
+]
+JSON
+    ;;
+  "layers list --json")
+    cat <<'JSON'
+[
+  {
+    "app" : "com.apple.Safari",
+    "enabled" : true,
+    "keys" : 2,
+    "name" : "Work",
+    "needsReview" : false,
+    "trigger" : "rcmd-rshift"
+  },
+  {
+    "enabled" : false,
+    "keys" : 0,
+    "name" : "Apps & Tools",
+    "needsReview" : false,
+    "trigger" : "hyper"
+  }
+]
+JSON
+    ;;
+  "sheets list --json")
+    printf '[\n  {\n    "added" : 1,\n    "app" : "com.apple.Safari",\n    "hidden" : 0,\n'
+    printf '    "name" : "Safari",\n    "renamed" : 2\n  }\n]\n'
+    ;;
+  *) exit 1 ;;
+esac
+TOOL
+chmod +x "$work/bin/quillon"
+export PATH="$work/bin:$PATH"
+cd "$work/files" || exit 1
+
+# What bash offers: the line cut into words as readline does (at blanks
+# outside quotes, and around runs of "=" and ":"), then the function called
+# with COMP_WORDS and COMP_CWORD set. Replies come back unescaped.
+cat >"$work/bash-offers" <<'DRIVER'
+source "$1/quillon.bash"
+line=$2 word= quote=
+COMP_WORDS=()
+for ((i = 0; i < ${#line}; i++)); do
+  c=${line:i:1}
+  if [[ -n $quote ]]; then
+    [[ $c == "$quote" ]] && quote=
+    word+=$c
+  elif [[ $c == [\"\'] ]]; then
+    quote=$c
+    word+=$c
+  elif [[ $c == " " ]]; then
+    [[ -n $word ]] && COMP_WORDS+=("$word")
+    word=
+  elif [[ $c == [=:] ]]; then
+    [[ -n $word && $word != *[=:] ]] && COMP_WORDS+=("$word") && word=
+    word+=$c
+  else
+    [[ $word == *[=:] ]] && COMP_WORDS+=("$word") && word=
+    word+=$c
+  fi
+done
+COMP_WORDS+=("$word")
+COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+COMP_LINE=$line
+COMP_POINT=${#line}
+_quillon quillon
+((${#COMPREPLY[@]})) && printf '%s\n' "${COMPREPLY[@]}"
+DRIVER
+
+bash_offers() {
+  bash --norc --noprofile "$work/bash-offers" "$folder" "$1" | sed 's/\\\(.\)/\1/g'
+}
+
+# zsh answers every line in one session, since starting its completion
+# system takes a while; the answers are read in before the checks.
+zsh_answers=()
+if [[ $shell == zsh ]]; then
+  if ! zsh -f -c 'zmodload zsh/zpty' 2>/dev/null; then
+    echo "zsh has no zsh/zpty module, so its completion is not checked."
+    exit 77
+  fi
+  lines=()
+  while IFS=$'\t' read -r line _; do
+    [[ -z $line || $line == \#* ]] || lines+=("$line")
+  done <"$cases"
+  answer=
+  while IFS= read -r word; do
+    if [[ $word == "<<end>>" ]]; then
+      zsh_answers+=("$answer")
+      answer=
+    else
+      answer+=$word$'\n'
+    fi
+  done < <(timeout 60 zsh -f "$capture" "$folder" "${lines[@]}")
+fi
+
+zsh_offers() {
+  printf '%s' "${zsh_answers[count - 1]-}"
+}
+
+fish_offers() {
+  fish --no-config -c 'source $argv[1]/quillon.fish; complete -C $argv[2]' "$folder" "$1" |
+    cut -f1
+}
+
+# One word a line, as compared: an option's "--word=" and a folder's final
+# "/" taken away.
+normalised() {
+  sed -e 's/^--[a-z-]*=//' -e 's:/$::' | LC_ALL=C sort -u
+}
+
+failures=0
+count=0
+while IFS=$'\t' read -r line check rest; do
+  [[ -z $line || $line == \#* ]] && continue
+  count=$((count + 1))
+  expected=()
+  [[ -n ${rest-} ]] && IFS=$'\t' read -r -a expected <<<"$rest"
+  offered=$("${shell}_offers" "$line" | normalised)
+  wanted=$( ((${#expected[@]})) && printf '%s\n' "${expected[@]}" | normalised)
+  case $check in
+    is) [[ $offered == "$wanted" ]] ;;
+    files) [[ $(sed 's:.*/::' <<<"$offered" | LC_ALL=C sort -u) == "$wanted" ]] ;;
+    has) [[ -z $(LC_ALL=C comm -13 <(echo "$offered") <(echo "$wanted")) ]] ;;
+    lacks) [[ -z $(LC_ALL=C comm -12 <(echo "$offered") <(echo "$wanted")) ]] ;;
+    *) false ;;
+  esac
+  if (($? != 0)); then
+    failures=$((failures + 1))
+    printf '%s: "%s" %s\n  wanted: %s\n  offered: %s\n' "$shell" "$line" "$check" \
+      "$(tr '\n' '|' <<<"$wanted")" "$(tr '\n' '|' <<<"$offered")"
+  fi
+done <"$cases"
+
+echo "$shell: $((count - failures)) of $count command lines complete as they should."
+((failures == 0))
