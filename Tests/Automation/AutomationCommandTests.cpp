@@ -69,6 +69,25 @@ TEST(AutomationCommandTest, BuildsLinks) {
   }
 }
 
+TEST(AutomationCommandTest, FitsLinkAtExactlyTheLimit) {
+  // Eleven keys of 120 emoji (12 encoded bytes each) and one to fill up:
+  // texts that need no "text:" prefix, so only the exact size decides.
+  std::string emoji = "\xF0\x9F\x98\x80";
+  std::string full;
+  for (int i = 0; i < 120; ++i) full += emoji;
+  TemporaryLayerSpec spec;
+  for (char key = 'a'; key < 'a' + 11; ++key)
+    spec.keys.emplace(std::string(1, key), KeyAssignment::text(full));
+  std::string last(8, 'x');
+  for (int i = 0; i < 40; ++i) last += emoji;
+  spec.keys.emplace("l", KeyAssignment::text(last));
+  auto fits = AutomationCommand::layerShow(spec, std::nullopt);
+  ASSERT_EQ(fits.link().size(), AutomationCommand::maxURLBytes);
+  EXPECT_TRUE(fits.fitsLink());
+  spec.keys.insert_or_assign("l", KeyAssignment::text(last + "x"));
+  EXPECT_FALSE(AutomationCommand::layerShow(spec, std::nullopt).fitsLink());
+}
+
 TEST(AutomationCommandTest, ShownLayerFollowsKeysAndFill) {
   ShowOptions filled;
   filled.fill = FillMode::blank;

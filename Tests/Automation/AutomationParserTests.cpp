@@ -3,6 +3,7 @@
 #include "CorvelCore/Automation/KeyName.h"
 #include "CorvelCore/Automation/LinkComponents.h"
 #include "CorvelCore/Automation/ParameterText.h"
+#include "CorvelCore/Keyboard/KeyID.h"
 #include "CorvelCore/TextLimits/TextLimits.h"
 #include "CorvelCore/TextLimits/UTF8.h"
 
@@ -29,11 +30,20 @@ Result show(ShowOptions options, std::optional<TemporaryLayerSpec> layer = std::
 Result error(AutomationError error) { return std::unexpected(std::move(error)); }
 Result bad(std::string parameter) { return error(AutomationError::badValue(std::move(parameter))); }
 
-// The i-th of a run of CJK ideographs: each is a key name of its own.
-std::string cjk(int i) {
-  std::string text;
-  UTF8::append(text, static_cast<char32_t>(0x4E00 + i));
-  return text;
+// The i-th of the keys that have a canonical name, so that 0, 1, 2 ... name
+// distinct keys.
+std::string keyName(std::size_t i) {
+  static const std::vector<std::string> names = [] {
+    std::vector<std::string> found;
+    for (const auto& key : allKeys()) {
+      auto name = KeyName::canonical(key.name);
+      if (name && std::find(found.begin(), found.end(), *name) == found.end()) {
+        found.push_back(*name);
+      }
+    }
+    return found;
+  }();
+  return names.at(i);
 }
 
 std::string repeated(std::string_view piece, int count) {
@@ -162,7 +172,7 @@ TEST(AutomationParserTest, SourcesAndLimits) {
   std::vector<AutomationPair> keys81;
   std::vector<AutomationPair> keys80;
   for (int i = 0; i < 81; ++i) {
-    std::string key = cjk(i);
+    std::string key = keyName(static_cast<std::size_t>(i));
     keys81.emplace_back(key, "x");
     if (i < 80) keys80.emplace_back(key, "x");
   }
@@ -236,7 +246,8 @@ TEST(AutomationParserTest, SourcesAndLimits) {
 TEST(AutomationParserTest, RefusesWhatNoLinkCanHold) {
   // Each value is within its own limit, but the command's link is not.
   std::vector<AutomationPair> pairs;
-  for (int i = 0; i < 12; ++i) pairs.emplace_back(cjk(i), repeated("\xF0\x9F\x98\x80", 120));
+  for (int i = 0; i < 12; ++i)
+    pairs.emplace_back(keyName(static_cast<std::size_t>(i)), repeated("\xF0\x9F\x98\x80", 120));
   EXPECT_EQ(AutomationParser::parse("show", pairs, AutomationSource::commandLine),
             error(AutomationError::tooLarge()));
   pairs.pop_back();
@@ -432,16 +443,16 @@ class CommandGenerator {
     }
   }
   KeyAssignments keys() {
+    // Names as users write them, some needing encoding in a link.
     static const std::vector<std::string> names{
-        "a",      "Q",     "7", "escape", "Esc", "left", "space", "f5", "tab", "\xC3\xA9",
-        "&",      "=",     "?", "#",      "%",   "+",    "/",     ":",  "-",   "\xE6\x97\xA5",
-        "pageup", "return"};
+        "a",        "Q", "7", "escape", "Esc", "left", "space", "f5",    "tab",    "\xC2\xA7",
+        "\xC2\xA5", "=", "+", "/",      "\\",  "'",    ";",     "%65sc", "pageup", "return"};
     KeyAssignments keys;
     // Now and then a command large enough to pass the link's size limit.
     bool large = pick(10) == 0;
     std::size_t count = large ? 40 + pick(41) : pick(6);
     for (std::size_t i = 0; i < count; ++i) {
-      std::string name = large ? cjk(static_cast<int>(i)) : names[pick(names.size())];
+      std::string name = large ? keyName(i) : names[pick(names.size())];
       if (auto canonical = KeyName::canonical(name))
         keys.insert_or_assign(*canonical, assignment(large));
     }

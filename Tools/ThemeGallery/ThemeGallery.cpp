@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <initializer_list>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -198,12 +199,22 @@ std::string shadowFilter(const Shadow& shadow, Defs& defs) {
 std::string roundedPath(double x, double y, double w, double h, std::array<double, 4> radii) {
   for (double& r : radii) r = std::clamp(r, 0.0, std::min(w, h) / 2);
   const auto [tl, tr, br, bl] = radii;
-  return "M" + num(x + tl) + " " + num(y) + " H" + num(x + w - tr) + " A" + num(tr) + " " +
-         num(tr) + " 0 0 1 " + num(x + w) + " " + num(y + tr) + " V" + num(y + h - br) + " A" +
-         num(br) + " " + num(br) + " 0 0 1 " + num(x + w - br) + " " + num(y + h) + " H" +
-         num(x + bl) + " A" + num(bl) + " " + num(bl) + " 0 0 1 " + num(x) + " " + num(y + h - bl) +
-         " V" + num(y + tl) + " A" + num(tl) + " " + num(tl) + " 0 0 1 " + num(x + tl) + " " +
-         num(y) + " Z";
+  std::string path;
+  const auto add = [&path](std::string_view command, std::initializer_list<double> numbers) {
+    path += command;
+    for (const double n : numbers) path += num(n) + " ";
+  };
+  add("M", {x + tl, y});
+  add("H", {x + w - tr});
+  add("A", {tr, tr, 0, 0, 1, x + w, y + tr});
+  add("V", {y + h - br});
+  add("A", {br, br, 0, 0, 1, x + w - br, y + h});
+  add("H", {x + bl});
+  add("A", {bl, bl, 0, 0, 1, x, y + h - bl});
+  add("V", {y + tl});
+  add("A", {tl, tl, 0, 0, 1, x + tl, y});
+  path += "Z";
+  return path;
 }
 
 std::string fontFamily(LegendFont font) {

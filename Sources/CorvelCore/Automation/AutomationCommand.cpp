@@ -16,14 +16,17 @@ constexpr std::array<std::string_view, std::variant_size_v<AutomationCommand::Ca
     "show",       "hide",         "toggle", "profile", "theme",       "layer/show", "layer/store",
     "layer/edit", "layer/remove", "export", "import",  "clickToType", "layer/reset"};
 
-// Writes the query of a link, or only counts its bytes when given no output,
-// so that the parser can check a command's size without building its link.
+// Writes the query of a link, or only counts its bytes, so that the parser
+// can check a command's size without building its link. Counting may also
+// take a quick upper bound that skips writing out each key's assignment.
 class QueryWriter {
  public:
-  explicit QueryWriter(std::string* out) : out_(out) {}
+  enum class Mode { write, count, bound };
+
+  QueryWriter(std::string* out, Mode mode) : out_(out), mode_(mode) {}
 
   void item(std::string_view name, std::string_view value) {
-    if (out_ != nullptr) {
+    if (mode_ == Mode::write) {
       out_->push_back(first_ ? '?' : '&');
       LinkCoding::appendEncoded(*out_, name);
       out_->push_back('=');
@@ -31,6 +34,15 @@ class QueryWriter {
     } else {
       size_ += 2 + LinkCoding::encodedSize(name) + LinkCoding::encodedSize(value);
     }
+    first_ = false;
+  }
+
+  void assignment(std::string_view key, const KeyAssignment& assignment) {
+    if (mode_ != Mode::bound) {
+      item(key, assignment.written());
+      return;
+    }
+    size_ += 2 + LinkCoding::encodedSize(key) + writtenSizeBound(assignment);
     first_ = false;
   }
 
@@ -58,7 +70,25 @@ class QueryWriter {
   [[nodiscard]] std::size_t size() const { return size_; }
 
  private:
+  // The encoded size of the written form, exact but for a text, which is
+  // counted as if it needed its "text:" prefix.
+  static std::size_t writtenSizeBound(const KeyAssignment& assignment) {
+    const auto& value = assignment.value();
+    if (const auto* text = std::get_if<KeyAssignment::Text>(&value)) {
+      return 5 + LinkCoding::encodedSize(text->text);
+    }
+    if (const auto* symbol = std::get_if<KeyAssignment::Symbol>(&value)) {
+      return 2 + LinkCoding::encodedSize(symbol->symbol);
+    }
+    if (const auto* app = std::get_if<KeyAssignment::App>(&value)) {
+      return 2 + LinkCoding::encodedSize(app->bundleID);
+    }
+    const auto& both = std::get<KeyAssignment::SymbolText>(value);
+    return 5 + LinkCoding::encodedSize(both.symbol) + LinkCoding::encodedSize(both.text);
+  }
+
   std::string* out_;
+  Mode mode_;
   std::size_t size_ = 0;
   bool first_ = true;
 };
@@ -91,7 +121,7 @@ void writeOptional(QueryWriter& writer, std::string_view name,
 }
 
 void writeKeys(QueryWriter& writer, const KeyAssignments& keys) {
-  for (const auto& [key, assignment] : keys) writer.item(key, assignment.written());
+  for (const auto& [key, assignment] : keys) writer.assignment(key, assignment);
 }
 
 void writeLayer(QueryWriter& writer, const TemporaryLayerSpec& layer) {
@@ -136,7 +166,7 @@ void writeQuery(QueryWriter& writer, const AutomationCommand::Case& value) {
       // A removal is written "-"; a text that is exactly "-" is written
       // "text:-" by the assignment itself, so the two never meet.
       if (change) {
-        writer.item(key, change->written());
+        writer.assignment(key, *change);
       } else {
         writer.item(key, "-");
       }
@@ -228,20 +258,30 @@ std::string AutomationCommand::tooManyAppsMessage() {
 }
 
 std::string AutomationCommand::link() const {
+  // Enough for a typical command, so the link is written in one pass
+  // without growing; a larger one grows as usual.
+  constexpr std::size_t typicalLinkBytes = 512;
   std::string out;
-  out.reserve(linkSize());
+  out.reserve(typicalLinkBytes);
   out += Brand::linkScheme;
   out += "://";
   out += verb();
-  QueryWriter writer(&out);
+  QueryWriter writer(&out, QueryWriter::Mode::write);
   writeQuery(writer, value_);
   return out;
 }
 
 std::size_t AutomationCommand::linkSize() const {
-  QueryWriter writer(nullptr);
+  QueryWriter writer(nullptr, QueryWriter::Mode::count);
   writeQuery(writer, value_);
   return Brand::linkScheme.size() + 3 + verb().size() + writer.size();
+}
+
+bool AutomationCommand::fitsLink() const {
+  QueryWriter bound(nullptr, QueryWriter::Mode::bound);
+  writeQuery(bound, value_);
+  if (Brand::linkScheme.size() + 3 + verb().size() + bound.size() <= maxURLBytes) return true;
+  return linkSize() <= maxURLBytes;
 }
 
 std::string AutomationCommand::notificationName(std::string_view verb) {

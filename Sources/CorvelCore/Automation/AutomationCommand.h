@@ -16,8 +16,8 @@
 #include <variant>
 #include <vector>
 
-#include "CorvelCore/Automation/KeyAssignment.h"
 #include "CorvelCore/Automation/ExportKind.h"
+#include "CorvelCore/Automation/KeyAssignment.h"
 #include "CorvelCore/Automation/ShowOptions.h"
 #include "CorvelCore/Faces/LayerTrigger.h"
 #include "CorvelCore/Layers/FillMode.h"
@@ -226,6 +226,8 @@ class AutomationCommand {
   [[nodiscard]] std::string link() const;
   // The length in bytes of `link()`, without building it.
   [[nodiscard]] std::size_t linkSize() const;
+  // True when `link()` is at most `maxURLBytes` bytes long.
+  [[nodiscard]] bool fitsLink() const;
 
   // The distributed notification name for a verb: the app's bundle
   // identifier, ".", and the verb with every "/" turned into ".".

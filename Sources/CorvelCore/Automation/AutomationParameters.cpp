@@ -43,6 +43,40 @@ std::optional<double> finiteNumber(std::string_view text) {
 
 bool isControl(char32_t scalar) { return scalar < 0x20 || (scalar >= 0x7F && scalar <= 0x9F); }
 
+// The entry's value, or nullptr.
+const std::string* find(const AutomationParameters::Entries& entries, std::string_view name) {
+  for (const auto& [entryName, value] : entries) {
+    if (entryName == name) return &value;
+  }
+  return nullptr;
+}
+
+// Adds the entry in name order; false when the name is already there.
+bool insertSorted(AutomationParameters::Entries& entries, std::string name,
+                  const std::string& value) {
+  auto place = std::lower_bound(
+      entries.begin(), entries.end(), name,
+      [](const auto& entry, const std::string& wanted) { return entry.first < wanted; });
+  if (place != entries.end() && place->first == name) return false;
+  entries.emplace(place, std::move(name), value);
+  return true;
+}
+
+// The spelling in `known` of the name, compared without regard to case.
+std::optional<std::string_view> knownName(std::string_view name,
+                                          std::span<const std::string_view> known) {
+  std::string lowered;
+  std::string_view compared = name;
+  if (!UTF8::isASCII(name)) {
+    lowered = ParameterText::lowercased(name);
+    compared = lowered;
+  }
+  for (std::string_view candidate : known) {
+    if (ParameterText::equalsIgnoringASCIICase(compared, candidate)) return candidate;
+  }
+  return std::nullopt;
+}
+
 std::string_view trimmedValue(const std::string& value) {
   return ParameterText::trimBlanksAndLineBreaks(value);
 }
@@ -55,18 +89,16 @@ std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
   std::vector<const AutomationPair*> sorted;
   sorted.reserve(pairs.size());
   for (const auto& pair : pairs) sorted.push_back(&pair);
-  std::stable_sort(sorted.begin(), sorted.end(), [](const auto* a, const auto* b) {
-    return a->first < b->first;  // UTF-8 byte order is code-point order
-  });
+  // UTF-8 byte order is code-point order; equal names keep their order.
+  std::stable_sort(sorted.begin(), sorted.end(),
+                   [](const auto* a, const auto* b) { return a->first < b->first; });
 
   AutomationParameters parameters;
+  parameters.values_.reserve(std::min(known.size(), pairs.size()));
+  if (takesKeys) parameters.keys_.reserve(std::min(pairs.size(), AutomationCommand::maxKeys));
   for (const AutomationPair* pair : sorted) {
-    std::string lowered = ParameterText::lowercased(pair->first);
-    auto canonical = std::find_if(known.begin(), known.end(), [&](std::string_view name) {
-      return ParameterText::matchesLowercased(lowered, name);
-    });
-    if (canonical != known.end()) {
-      if (!parameters.values_.emplace(std::string(*canonical), pair->second).second) {
+    if (auto canonical = knownName(pair->first, known)) {
+      if (!insertSorted(parameters.values_, std::string(*canonical), pair->second)) {
         return bad(*canonical);
       }
       continue;
@@ -74,21 +106,24 @@ std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
     if (!takesKeys) continue;
     std::optional<std::string> key = KeyName::canonical(pair->first);
     if (!key) continue;
-    if (parameters.keys_.contains(*key)) return bad(*key);
+    if (find(parameters.keys_, *key) != nullptr) return bad(*key);
     if (parameters.keys_.size() >= AutomationCommand::maxKeys) {
       return std::unexpected(AutomationError::tooLarge());
     }
-    parameters.keys_.emplace(std::move(*key), pair->second);
+    insertSorted(parameters.keys_, std::move(*key), pair->second);
   }
   return parameters;
 }
 
 const std::string* AutomationParameters::raw(std::string_view parameter) const {
-  auto found = values_.find(parameter);
-  return found == values_.end() ? nullptr : &found->second;
+  return find(values_, parameter);
 }
 
 std::string AutomationParameters::oneLine(std::string_view text) {
+  // Printable ASCII has nothing to clean or flatten.
+  if (std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; })) {
+    return std::string(ParameterText::trimBlanks(text));
+  }
   std::string cleaned = LayerText::clean(text).text;
   std::string flat;
   flat.reserve(cleaned.size());
@@ -237,7 +272,7 @@ Read<PositionRequest> AutomationParameters::position() const {
   }
   if (squeezed == "centre") return PositionRequest::named(NamedPosition::center);
   for (const auto& name : namedPositionNames) {
-    if (ParameterText::matchesLowercased(squeezed, name.raw))
+    if (ParameterText::equalsIgnoringASCIICase(squeezed, name.raw))
       return PositionRequest::named(name.value);
   }
   if (auto point = AutomationParameters::point(text)) return *point;

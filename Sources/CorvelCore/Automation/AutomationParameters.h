@@ -7,8 +7,6 @@
 
 #include <cstdint>
 #include <expected>
-#include <functional>
-#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -33,8 +31,9 @@ class AutomationParameters {
   // A reader's result: the value, nothing when absent, or the error.
   template <class T>
   using Read = std::expected<std::optional<T>, AutomationError>;
-  // Values by canonical name, looked up by any text.
-  using Map = std::map<std::string, std::string, std::less<>>;
+  // (name, value) entries sorted by name, each name once. Commands carry
+  // few parameters, so a sorted vector serves as the map.
+  using Entries = std::vector<std::pair<std::string, std::string>>;
 
   // Sorts the pairs by name (code-point order, stable) and keeps those named
   // in `known` (compared ignoring case, stored under the spelling in `known`)
@@ -46,9 +45,9 @@ class AutomationParameters {
       bool takesKeys);
 
   // Known parameters by canonical name, with their values as given.
-  [[nodiscard]] const Map& values() const { return values_; }
+  [[nodiscard]] const Entries& values() const { return values_; }
   // Key values by canonical key name, as given.
-  [[nodiscard]] const Map& keys() const { return keys_; }
+  [[nodiscard]] const Entries& keys() const { return keys_; }
   // The value of a parameter as given, or nullptr.
   [[nodiscard]] const std::string* raw(std::string_view parameter) const;
 
@@ -95,8 +94,8 @@ class AutomationParameters {
   [[nodiscard]] static std::optional<PositionRequest> point(std::string_view text);
 
  private:
-  Map values_;
-  Map keys_;
+  Entries values_;
+  Entries keys_;
 };
 
 }  // namespace corvel

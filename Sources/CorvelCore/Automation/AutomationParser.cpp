@@ -239,7 +239,7 @@ Result parseValid(std::string_view verb, std::span<const AutomationPair> pairs,
     if (lowered == shortVerb.word) wanted = shortVerb.verb;
   }
   auto rule = std::find_if(verbRules.begin(), verbRules.end(), [&](const VerbRule& candidate) {
-    return ParameterText::matchesLowercased(wanted, candidate.verb);
+    return ParameterText::equalsIgnoringASCIICase(wanted, candidate.verb);
   });
   if (rule == verbRules.end()) {
     std::string echoed = AutomationError::isSafeEcho(verb) ? std::string(verb) : std::string();
@@ -253,7 +253,7 @@ Result parseValid(std::string_view verb, std::span<const AutomationPair> pairs,
       rule->readsPairs ? pairs : std::span<const AutomationPair>(), rule->known, rule->takesKeys);
   if (!parameters) return std::unexpected(parameters.error());
   Result command = rule->build(*parameters);
-  if (command && command->linkSize() > AutomationCommand::maxURLBytes) {
+  if (command && !command->fitsLink()) {
     return std::unexpected(AutomationError::tooLarge());
   }
   return command;

@@ -1,7 +1,5 @@
 #include "CorvelCore/Automation/CommandLineInterface.h"
 
-#include <unicode/uchar.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -13,6 +11,7 @@
 #include "CorvelCore/Automation/KeyName.h"
 #include "CorvelCore/Brand/Brand.h"
 #include "CorvelCore/Layers/LayerNames.h"
+#include "CorvelCore/Support/UnicodeText.h"
 #include "CorvelCore/TextLimits/TextLimits.h"
 #include "CorvelCore/TextLimits/UTF8.h"
 
@@ -601,21 +600,6 @@ std::expected<CommandLineAction, AutomationError> build(Verb verb, const Reading
   return std::unexpected(notACommand(name));
 }
 
-bool isInvisible(char32_t c) {
-  switch (u_charType(static_cast<UChar32>(c))) {
-    case U_LINE_SEPARATOR:
-    case U_PARAGRAPH_SEPARATOR:
-    case U_CONTROL_CHAR:
-    case U_FORMAT_CHAR:
-    case U_SURROGATE:
-    case U_PRIVATE_USE_CHAR:
-    case U_UNASSIGNED:
-      return true;
-    default:
-      return false;
-  }
-}
-
 std::string_view plainWord(Verb verb) {
   switch (verb) {
     case Verb::help:
@@ -837,7 +821,7 @@ std::string CommandLineInterface::shown(std::string_view text) {
   visible.reserve(text.size());
   for (std::size_t offset = 0; offset < text.size();) {
     const char32_t c = UTF8::next(text, offset);
-    if (!isInvisible(c)) UTF8::append(visible, c);
+    if (!UnicodeText::isInvisible(c)) UTF8::append(visible, c);
   }
   if (visible.empty()) return "That";
   if (TextLimits::characterCount(visible) >= 41) visible = TextLimits::cut(visible, 39) + "\u2026";

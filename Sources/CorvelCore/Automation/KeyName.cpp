@@ -47,25 +47,13 @@ std::optional<std::string> percentDecoded(std::string_view text) {
   return bytes;
 }
 
-// Blanks, separators, controls, format characters and code points that are
-// not characters at all.
-bool isInvisible(std::string_view character) {
+// Blanks and what cannot be seen name no key.
+bool namesNothing(std::string_view character) {
   std::size_t offset = 0;
-  const auto scalar = static_cast<UChar32>(UTF8::next(character, offset));
-  if (u_isUWhiteSpace(scalar)) return true;
-  switch (u_charType(scalar)) {
-    case U_SPACE_SEPARATOR:
-    case U_LINE_SEPARATOR:
-    case U_PARAGRAPH_SEPARATOR:
-    case U_CONTROL_CHAR:
-    case U_FORMAT_CHAR:
-    case U_SURROGATE:
-    case U_PRIVATE_USE_CHAR:
-    case U_UNASSIGNED:
-      return true;
-    default:
-      return false;
-  }
+  const char32_t scalar = UTF8::next(character, offset);
+  return u_isUWhiteSpace(static_cast<UChar32>(scalar)) ||
+         u_charType(static_cast<UChar32>(scalar)) == U_SPACE_SEPARATOR ||
+         UnicodeText::isInvisible(scalar);
 }
 
 }  // namespace
@@ -90,7 +78,7 @@ std::optional<std::string> KeyName::canonical(std::string_view text) {
     // Invisible characters name nothing, and "?" is what a key without a
     // name is written as, so it cannot name one.
     if (!key) {
-      if (isInvisible(name) || name == "?") return std::nullopt;
+      if (namesNothing(name) || name == "?") return std::nullopt;
       return name;
     }
   } else if (const auto steps = KeySpec::parse(name);

@@ -1,5 +1,7 @@
 #include "CorvelCore/Automation/LinkComponents.h"
 
+#include <algorithm>
+
 #include "CorvelCore/Automation/LinkCoding.h"
 
 namespace corvel {
@@ -49,6 +51,7 @@ std::optional<LinkComponents> LinkComponents::split(std::string_view link) {
 
   // "?" alone carries no items; otherwise every "&" starts one, empty or not.
   if (hasQuery && !query.empty()) {
+    parts.items.reserve(static_cast<std::size_t>(std::count(query.begin(), query.end(), '&')) + 1);
     std::size_t start = 0;
     while (true) {
       std::size_t end = query.find('&', start);

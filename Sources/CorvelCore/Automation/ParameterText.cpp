@@ -66,12 +66,11 @@ std::string ParameterText::lowercased(std::string_view text) {
   return result;
 }
 
-bool ParameterText::matchesLowercased(std::string_view lowered, std::string_view name) {
-  if (lowered.size() != name.size()) return false;
-  for (std::size_t i = 0; i < name.size(); ++i) {
-    char c = name[i];
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    if (lowered[i] != c) return false;
+bool ParameterText::equalsIgnoringASCIICase(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (lower(a[i]) != lower(b[i])) return false;
   }
   return true;
 }

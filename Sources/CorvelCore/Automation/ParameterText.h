@@ -19,9 +19,9 @@ struct ParameterText {
   [[nodiscard]] static std::string_view trimBlanksAndLineBreaks(std::string_view text);
   // The text in lower case by the Unicode rules of no particular language.
   [[nodiscard]] static std::string lowercased(std::string_view text);
-  // True when `lowered` equals `name` with its ASCII letters lowercased; for
-  // comparing lowercased input with the fixed ASCII names of commands.
-  [[nodiscard]] static bool matchesLowercased(std::string_view lowered, std::string_view name);
+  // True when the texts are equal once their ASCII letters are lowercased;
+  // for comparing (lowercased) input with the fixed ASCII names of commands.
+  [[nodiscard]] static bool equalsIgnoringASCIICase(std::string_view a, std::string_view b);
 };
 
 }  // namespace corvel

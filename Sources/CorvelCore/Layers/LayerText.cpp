@@ -59,6 +59,13 @@ LayerText::Cleaned LayerText::clean(std::string_view text) {
     const char32_t c = UTF8::next(text, offset);
     const char32_t before = previousInput;
     previousInput = c;
+    if (c >= 0x20 && c < 0x7F) {
+      // Printable ASCII is always kept; most scalars of most texts are.
+      result.text.push_back(static_cast<char>(c));
+      lastKept = c;
+      haveKept = true;
+      continue;
+    }
     bool keep = true;
     char32_t output = c;
     if (c == '\t') {

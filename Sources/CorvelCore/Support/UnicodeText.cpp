@@ -63,4 +63,19 @@ std::string_view UnicodeText::trimmingBlanks(std::string_view text) {
   return start < end ? text.substr(start, end - start) : std::string_view();
 }
 
+bool UnicodeText::isInvisible(char32_t scalar) {
+  switch (u_charType(static_cast<UChar32>(scalar))) {
+    case U_LINE_SEPARATOR:
+    case U_PARAGRAPH_SEPARATOR:
+    case U_CONTROL_CHAR:
+    case U_FORMAT_CHAR:
+    case U_SURROGATE:
+    case U_PRIVATE_USE_CHAR:
+    case U_UNASSIGNED:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace corvel

@@ -16,6 +16,11 @@ struct UnicodeText {
   // A blank is a tab or a space separator (U+0020, U+00A0, U+2000 to U+200A, U+3000 ...).
   [[nodiscard]] static bool isBlank(char32_t scalar);
 
+  // True for what cannot be seen or typed as a character: line and paragraph
+  // separators, controls, format characters, surrogates, private-use and
+  // unassigned code points.
+  [[nodiscard]] static bool isInvisible(char32_t scalar);
+
   // The text without the blanks at either end.
   [[nodiscard]] static std::string_view trimmingBlanks(std::string_view text);
 };

@@ -40,8 +40,8 @@ class JSONObject {
   JSONObject(std::initializer_list<Member> members);
   explicit JSONObject(std::vector<Member> members);
 
-  [[nodiscard]] std::size_t size() const { return members_.size(); }
-  [[nodiscard]] bool empty() const { return members_.empty(); }
+  [[nodiscard]] std::size_t size() const;
+  [[nodiscard]] bool empty() const;
   // The member's value, or nullptr when the key is absent.
   [[nodiscard]] const JSONValue* find(std::string_view key) const;
   [[nodiscard]] JSONValue* find(std::string_view key);
@@ -54,8 +54,8 @@ class JSONObject {
   JSONValue& operator[](std::string_view key);
 
   // Members in ascending key order.
-  [[nodiscard]] const_iterator begin() const { return members_.begin(); }
-  [[nodiscard]] const_iterator end() const { return members_.end(); }
+  [[nodiscard]] const_iterator begin() const;
+  [[nodiscard]] const_iterator end() const;
   [[nodiscard]] const std::vector<Member>& members() const { return members_; }
 
   friend bool operator==(const JSONObject& a, const JSONObject& b);
@@ -148,6 +148,13 @@ struct UnreadValue {
   JSONValue readAs;
   friend bool operator==(const UnreadValue&, const UnreadValue&) = default;
 };
+
+// Defined here, where JSONValue is complete, so that every compiler can size
+// the members.
+inline std::size_t JSONObject::size() const { return members_.size(); }
+inline bool JSONObject::empty() const { return members_.empty(); }
+inline JSONObject::const_iterator JSONObject::begin() const { return members_.begin(); }
+inline JSONObject::const_iterator JSONObject::end() const { return members_.end(); }
 
 }  // namespace corvel
 

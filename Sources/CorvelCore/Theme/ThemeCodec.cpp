@@ -25,6 +25,8 @@ static_assert(isThemeType(ThemeCodec::legacyTypeIdentifier, Brand::earlierBundle
 template <class T>
 using Read = std::expected<T, ThemeError>;
 
+// Reading stops at the first bad colour: assigns the read value to `target`,
+// or returns its error from the enclosing function.
 #define THEME_TRY(target, expression)                                 \
   do {                                                                \
     auto result_ = (expression);                                      \
@@ -69,7 +71,8 @@ Read<T> section(JSONObjectReader& reader, std::string_view key, const T& fallbac
 }
 
 // A record that may be absent: null gives none; another non-object is kept
-// as unread; an object's missing members come from the default or `blank`.
+// as unread; an object's missing members come from the default or, without
+// one, from the record's own initial values.
 template <class T, class ReadMembers>
 Read<std::optional<T>> optionalRecord(JSONObjectReader& reader, std::string_view key,
                                       const std::optional<T>& fallback, ReadMembers readMembers) {
@@ -315,3 +318,5 @@ std::string ThemeCodec::encode(const Theme& theme) {
 }
 
 }  // namespace corvel
+
+#undef THEME_TRY

@@ -67,9 +67,10 @@ struct ThemeLimits {
   }
   // The range with that key; a key not in the table does not compile.
   [[nodiscard]] static consteval ThemeRange range(std::string_view key) {
-    const ThemeRange* found = find(key);
-    if (found == nullptr) throw "no theme range with this key";
-    return *found;
+    for (std::size_t i = 0; i < ranges.size(); ++i) {
+      if (ranges[i].key == key) return ranges[i];
+    }
+    throw "no theme range with this key";
   }
 
   // True for 1 to 64 bytes of a-z, 0-9 and "-", with no "-" at either end and

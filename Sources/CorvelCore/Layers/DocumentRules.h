@@ -1,0 +1,49 @@
+// DocumentRules: the small steps the readers and writers of the layer and
+// sheet documents share: cleaning a text and counting what cleaning removed,
+// cutting it to its limit, telling a blank text from a real one, finding a
+// record's members and keeping the unknown ones, and printing a document.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "CorvelCore/Keyboard/KeyID.h"
+#include "CorvelCore/Theme/JSONValue.h"
+
+namespace corvel {
+
+struct DocumentRules {
+  // The text cleaned by LayerText::clean; adds the number of scalars removed to `removed`.
+  [[nodiscard]] static std::string cleaned(std::string_view text, std::int64_t& removed);
+  // The text cleaned, then cut to `limit` characters; adds the scalars removed to `removed`.
+  [[nodiscard]] static std::string cleanedAndCut(std::string_view text, std::int64_t limit,
+                                                 std::int64_t& removed);
+  // True when the text holds nothing but white space and line breaks (or nothing at all).
+  [[nodiscard]] static bool isBlank(std::string_view text);
+
+  // The key whose identifier ("keyA", "arrowUp") is exactly `identifier`,
+  // as keyID() finds it but through a hash table: documents name thousands.
+  [[nodiscard]] static std::optional<KeyID> keyNamed(std::string_view identifier);
+
+  // Finds in one pass over `object` the value of each name in `names`:
+  // found[i] is the member named names[i], or nullptr. Returns how many
+  // members have none of the names. A layers file holds hundreds of
+  // thousands of small records; one pass costs less than a search per name.
+  static std::size_t findMembers(const JSONObject& object, std::span<const std::string_view> names,
+                                 std::span<const JSONValue*> found);
+
+  // The members of `object` whose keys are not among `known`: what a
+  // record's reader keeps as its extras. Allocates nothing when there are none.
+  [[nodiscard]] static JSONObject unknownMembers(const JSONObject& object,
+                                                 std::span<const std::string_view> known);
+
+  // The document printed pretty with sorted keys and "/" unescaped; a number
+  // JSON cannot hold (only code can put one there) is printed as null.
+  [[nodiscard]] static std::string printed(const JSONValue& document);
+};
+
+}  // namespace corvel

@@ -1,0 +1,212 @@
+#include "CorvelCore/Layers/LayerAction.h"
+
+#include <array>
+#include <span>
+#include <string_view>
+#include <utility>
+
+#include "CorvelCore/Keyboard/KeyID.h"
+#include "CorvelCore/Layers/DocumentRules.h"
+#include "CorvelCore/Layers/LayerNames.h"
+
+namespace corvel {
+namespace {
+
+template <class... Cases>
+struct Overloaded : Cases... {
+  using Cases::operator()...;
+};
+
+// The order in which a shortcut's modifiers are written.
+constexpr std::array<KeyModifier, 5> writtenModifierOrder{KeyModifier::fn, KeyModifier::control,
+                                                          KeyModifier::option, KeyModifier::shift,
+                                                          KeyModifier::command};
+
+using Read = std::expected<LayerAction::Value, LayerError>;
+
+// Every member an action reads, whatever its type; the found values are
+// indexed by this enumeration.
+enum Field : std::size_t {
+  typeField,
+  bundleIDField,
+  nameField,
+  textField,
+  keyField,
+  modifiersField,
+  captionField
+};
+constexpr std::array<std::string_view, 7> fieldNames{"type", "bundleID",  "name",   "text",
+                                                     "key",  "modifiers", "caption"};
+using Fields = std::array<const JSONValue*, fieldNames.size()>;
+
+// Reads one case's members; `kept` collects optional members of the wrong
+// type, which go to the action's extras.
+using CaseReader = Read (*)(const Fields&, JSONObject& kept, std::int64_t& removed);
+
+// A field that must be a text; nullptr when missing or of another type.
+const std::string* textOf(const Fields& fields, Field field) {
+  return fields[field] == nullptr ? nullptr : fields[field]->asString();
+}
+
+// An optional text: nothing when missing or null; a value of another type
+// is kept and reads as nothing.
+const std::string* optionalTextOf(const Fields& fields, Field field, JSONObject& kept) {
+  const JSONValue* found = fields[field];
+  if (found == nullptr || found->isNull()) return nullptr;
+  if (const std::string* text = found->asString()) return text;
+  kept.set(std::string(fieldNames[field]), *found);
+  return nullptr;
+}
+
+Read readOpenApp(const Fields& fields, JSONObject& kept, std::int64_t& removed) {
+  const std::string* bundleID = textOf(fields, bundleIDField);
+  if (bundleID == nullptr || !LayerNames::isBundleID(*bundleID)) {
+    return std::unexpected(LayerError::badAction());
+  }
+  std::string name;
+  if (const std::string* given = optionalTextOf(fields, nameField, kept)) {
+    name = DocumentRules::cleanedAndCut(*given, LayerAction::maxNameLength, removed);
+  }
+  if (name.empty()) name = *bundleID;
+  return LayerAction::OpenApp{*bundleID, std::move(name)};
+}
+
+Read readTypeText(const Fields& fields, JSONObject&, std::int64_t& removed) {
+  const std::string* text = textOf(fields, textField);
+  if (text == nullptr) return std::unexpected(LayerError::badAction());
+  std::string typed = DocumentRules::cleanedAndCut(*text, LayerAction::maxTextLength, removed);
+  if (typed.empty()) return std::unexpected(LayerError::badAction());
+  return LayerAction::TypeText{std::move(typed)};
+}
+
+Read readSendShortcut(const Fields& fields, JSONObject&, std::int64_t&) {
+  const std::string* keyName = textOf(fields, keyField);
+  const std::optional<KeyID> key =
+      keyName == nullptr ? std::nullopt : DocumentRules::keyNamed(*keyName);
+  if (!key) return std::unexpected(LayerError::badAction());
+  KeyCombo combo{{}, *key};
+  if (const JSONValue* modifiers = fields[modifiersField]; modifiers && !modifiers->isNull()) {
+    const JSONArray* names = modifiers->asArray();
+    if (names == nullptr) return std::unexpected(LayerError::badAction());
+    for (const JSONValue& element : *names) {
+      const std::string* name = element.asString();
+      const std::optional<KeyModifier> modifier =
+          name == nullptr ? std::nullopt : keyModifier(*name);
+      if (!modifier) return std::unexpected(LayerError::badAction());
+      combo.modifiers.insert(*modifier);
+    }
+  }
+  return LayerAction::SendShortcut{combo};
+}
+
+Read readShowSymbol(const Fields& fields, JSONObject& kept, std::int64_t& removed) {
+  const std::string* name = textOf(fields, nameField);
+  if (name == nullptr || !LayerNames::isSymbolName(*name)) {
+    return std::unexpected(LayerError::badAction());
+  }
+  std::optional<std::string> caption;
+  if (const std::string* given = optionalTextOf(fields, captionField, kept)) {
+    caption = DocumentRules::cleanedAndCut(*given, LayerAction::maxCaptionLength, removed);
+  }
+  return LayerAction::ShowSymbol{*name, std::move(caption)};
+}
+
+// The members each case reads.
+constexpr std::array<Field, 3> openAppFields{typeField, bundleIDField, nameField};
+constexpr std::array<Field, 2> typeTextFields{typeField, textField};
+constexpr std::array<Field, 3> sendShortcutFields{typeField, modifiersField, keyField};
+constexpr std::array<Field, 3> showSymbolFields{typeField, nameField, captionField};
+
+struct ActionType {
+  std::string_view name;
+  CaseReader read;
+  std::span<const Field> fields;
+};
+
+// The written "type" of each case, its reader and the members it reads, in
+// the order of LayerAction::Value.
+constexpr std::array<ActionType, std::variant_size_v<LayerAction::Value>> actionTypes{{
+    {"openApp", readOpenApp, openAppFields},
+    {"typeText", readTypeText, typeTextFields},
+    {"sendShortcut", readSendShortcut, sendShortcutFields},
+    {"showSymbol", readShowSymbol, showSymbolFields},
+}};
+
+// The members of the action that its case does not read. When every member
+// was found under one of the case's names there are none, and the object
+// need not be searched again.
+JSONObject unknownMembers(const JSONObject& object, const Fields& found,
+                          std::span<const Field> caseFields) {
+  std::size_t present = 0;
+  for (Field field : caseFields) present += found[field] != nullptr ? 1 : 0;
+  if (present == object.size()) return JSONObject();
+  std::array<std::string_view, fieldNames.size()> names{};
+  std::size_t count = 0;
+  for (Field field : caseFields) names[count++] = fieldNames[field];
+  return DocumentRules::unknownMembers(object, std::span(names.data(), count));
+}
+
+}  // namespace
+
+LayerAction LayerAction::openApp(std::string bundleID, std::string name) {
+  return {OpenApp{std::move(bundleID), std::move(name)}, {}};
+}
+LayerAction LayerAction::typeText(std::string text) { return {TypeText{std::move(text)}, {}}; }
+LayerAction LayerAction::sendShortcut(KeyCombo combo) { return {SendShortcut{combo}, {}}; }
+LayerAction LayerAction::showSymbol(std::string name, std::optional<std::string> caption) {
+  return {ShowSymbol{std::move(name), std::move(caption)}, {}};
+}
+
+JSONValue LayerAction::json() const {
+  JSONObject object = extras;
+  object.set("type", JSONValue(actionTypes[value.index()].name));
+  std::visit(Overloaded{
+                 [&](const OpenApp& action) {
+                   object.set("bundleID", action.bundleID);
+                   // A name this version could not read survives while the
+                   // app still goes by the fallback it was given instead.
+                   if (action.name != action.bundleID || !extras.contains("name")) {
+                     object.set("name", action.name);
+                   }
+                 },
+                 [&](const TypeText& action) { object.set("text", action.text); },
+                 [&](const SendShortcut& action) {
+                   JSONArray names;
+                   for (KeyModifier modifier : writtenModifierOrder) {
+                     if (action.combo.modifiers.contains(modifier)) {
+                       names.emplace_back(rawValue(modifier));
+                     }
+                   }
+                   object.set("modifiers", std::move(names));
+                   object.set("key", JSONValue(keyInfo(action.combo.key).identifier));
+                 },
+                 [&](const ShowSymbol& action) {
+                   object.set("name", action.name);
+                   if (action.caption) object.set("caption", *action.caption);
+                 },
+             },
+             value);
+  return object;
+}
+
+std::expected<LayerAction, LayerError> LayerAction::fromJSON(const JSONValue& json,
+                                                             std::int64_t& removed) {
+  const JSONObject* object = json.asObject();
+  if (object == nullptr) return std::unexpected(LayerError::badAction());
+  Fields fields;
+  DocumentRules::findMembers(*object, fieldNames, fields);
+  const std::string* type = textOf(fields, typeField);
+  if (type == nullptr) return std::unexpected(LayerError::badAction());
+  for (const ActionType& actionType : actionTypes) {
+    if (actionType.name != *type) continue;
+    JSONObject kept;
+    Read value = actionType.read(fields, kept, removed);
+    if (!value) return std::unexpected(value.error());
+    JSONObject extras = unknownMembers(*object, fields, actionType.fields);
+    for (const auto& [key, member] : kept) extras.set(key, member);
+    return LayerAction{std::move(*value), std::move(extras)};
+  }
+  return std::unexpected(LayerError::badAction());
+}
+
+}  // namespace corvel

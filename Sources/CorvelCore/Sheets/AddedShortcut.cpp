@@ -1,0 +1,49 @@
+#include "CorvelCore/Sheets/AddedShortcut.h"
+
+#include <utility>
+
+#include "CorvelCore/Layers/DocumentRules.h"
+#include "CorvelCore/Shortcuts/KeySpec.h"
+#include "CorvelCore/Theme/JSONObjectReader.h"
+
+namespace corvel {
+
+JSONValue AddedShortcut::json() const {
+  JSONObject object = extras;
+  object.set("keys", KeySpec::format(keys));
+  object.set("name", name);
+  // A group this version could not read survives while the shortcut still
+  // sits in the default group it was put in instead.
+  if (group != defaultGroup || !extras.contains("group")) object.set("group", group);
+  return object;
+}
+
+std::optional<AddedShortcut> AddedShortcut::fromJSON(const JSONValue& json) {
+  if (!json.isObject()) return std::nullopt;
+  JSONObjectReader reader("", json);
+  const JSONValue* keysJSON = reader.lookUp("keys");
+  const std::string* keysText = keysJSON == nullptr ? nullptr : keysJSON->asString();
+  auto keys = keysText == nullptr ? std::nullopt : KeySpec::parse(*keysText);
+  if (!keys) return std::nullopt;
+  const JSONValue* nameJSON = reader.lookUp("name");
+  const std::string* name = nameJSON == nullptr ? nullptr : nameJSON->asString();
+  if (name == nullptr || DocumentRules::isBlank(*name)) return std::nullopt;
+
+  AddedShortcut shortcut;
+  shortcut.keys = std::move(*keys);
+  shortcut.name = TextLimits::cut(*name, maxTextLength);
+  std::optional<JSONValue> keptGroup;
+  if (const JSONValue* group = reader.lookUp("group")) {
+    if (const std::string* text = group->asString()) {
+      std::string cut = TextLimits::cut(*text, maxTextLength);
+      if (!DocumentRules::isBlank(cut)) shortcut.group = std::move(cut);
+    } else {
+      keptGroup = *group;
+    }
+  }
+  shortcut.extras = reader.extras();
+  if (keptGroup) shortcut.extras.set("group", std::move(*keptGroup));
+  return shortcut;
+}
+
+}  // namespace corvel

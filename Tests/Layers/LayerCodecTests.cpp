@@ -1,0 +1,180 @@
+#include "CorvelCore/Layers/LayerCodec.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+namespace corvel {
+namespace {
+
+JSONValue parse(std::string_view text) {
+  auto value = JSONValue::decode(text);
+  EXPECT_TRUE(value.has_value()) << text;
+  return value.value_or(JSONValue());
+}
+
+// A hand-written file of a newer version holding something this version
+// cannot use at every level.
+constexpr std::string_view kNewerFile = R"({
+  "version": 2,
+  "note": "kept / as is",
+  "layers": [
+    {
+      "id": "0f8fad5b-d9cb-469f-a165-70867728950e",
+      "name": "Writing",
+      "enabled": "sometimes",
+      "kind": "robot",
+      "holdDelay": "slow",
+      "fill": {"pattern": 3},
+      "appScope": 12,
+      "colour": [1, 2, 3],
+      "trigger": {"parts": [{"modifier": "option", "side": "left", "pressure": 2}], "taps": 2},
+      "keys": {
+        "keyA": {"action": {"type": "typeText", "text": "Kind regards", "delay": 1}, "glow": true},
+        "keyS": {"action": {"type": "openApp", "bundleID": "com.apple.mail", "name": false},
+                 "display": {"type": "appIcon", "bundleID": "com.apple.mail", "badge": 1},
+                 "caption": 42},
+        "keyD": {"action": {"type": "teleport"}},
+        "keyQQ": {"action": {"type": "typeText", "text": "q"}}
+      }
+    },
+    {"id": "0F8FAD5B-D9CB-469F-A165-70867728950E", "trigger": {"parts": [{"modifier": "fn"}]}},
+    {"id": "not an id", "trigger": {"parts": [{"modifier": "fn"}]}},
+    "a layer from the future",
+    {"id": "7c9e6679-7425-40de-944b-e07fc1f90ae7",
+     "trigger": {"parts": [{"modifier": "shift", "side": "right"}, {"modifier": "command", "side": "right"}]}}
+  ]
+})";
+
+TEST(LayerCodecTests, aNewerFileSurvivesRoundTripsUnchanged) {
+  auto file = LayerCodec::decodeFile(kNewerFile);
+  ASSERT_TRUE(file.has_value());
+  EXPECT_EQ(file->version, 2);
+  ASSERT_EQ(file->layers.size(), 2u);
+  EXPECT_EQ(file->unparsed.size(), 3u);
+  EXPECT_EQ(file->unparsedFromNewer, 2);  // the duplicate is not unreadable
+  EXPECT_EQ(file->extras.size(), 1u);
+  const Layer& writing = file->layers[0];
+  EXPECT_EQ(writing.keys.size(), 2u);
+  EXPECT_FALSE(writing.enabled);
+  EXPECT_EQ(writing.kind, LayerKind::custom);
+  EXPECT_EQ(writing.holdDelay, Layer::customHoldDelay);
+
+  const std::string first = LayerCodec::encode(*file);
+  const JSONValue written = parse(first);
+  const JSONValue original = parse(kNewerFile);
+  // Everything but the unloaded layers is where it was; they follow the loaded ones.
+  const JSONArray& originalLayers = *original.asObject()->find("layers")->asArray();
+  const JSONArray& writtenLayers = *written.asObject()->find("layers")->asArray();
+  ASSERT_EQ(writtenLayers.size(), 5u);
+  EXPECT_EQ(writtenLayers[2], originalLayers[1]);
+  EXPECT_EQ(writtenLayers[3], originalLayers[2]);
+  EXPECT_EQ(writtenLayers[4], originalLayers[3]);
+  EXPECT_EQ(*written.asObject()->find("note"), JSONValue("kept / as is"));
+  EXPECT_NE(first.find("kept / as is"), std::string::npos);
+  // The first layer comes back member for member but for its id's letter
+  // case and the members its own state adds.
+  JSONObject expected = *originalLayers[0].asObject();
+  expected.set("id", "0F8FAD5B-D9CB-469F-A165-70867728950E");
+  for (const auto& [key, value] : expected) {
+    SCOPED_TRACE(key);
+    const JSONValue* back = writtenLayers[0].asObject()->find(key);
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ(*back, value);
+  }
+
+  auto again = LayerCodec::decodeFile(first);
+  ASSERT_TRUE(again.has_value());
+  EXPECT_EQ(*again, *file);
+  EXPECT_EQ(LayerCodec::encode(*again), first);
+}
+
+TEST(LayerCodecTests, filesThatCannotBeReadAreRefused) {
+  const struct {
+    std::string_view file;
+    LayerError error;
+  } cases[] = {
+      {"", LayerError::notJSON()},
+      {R"([{"version":1}])", LayerError::notJSON()},
+      {R"({"version":1,"layers":[])", LayerError::notJSON()},
+      {"\"layers\"", LayerError::notJSON()},
+      {R"({"version":1})", LayerError::notLayers()},
+      {R"({"version":1,"layers":{}})", LayerError::notLayers()},
+      {R"({"layers":null})", LayerError::notLayers()},
+      {R"({"version":0,"layers":[]})", LayerError::unsupportedVersion(0)},
+      {R"({"version":-3,"layers":[]})", LayerError::unsupportedVersion(-3)},
+      {R"({"version":-1e300,"layers":[]})",
+       LayerError::unsupportedVersion(-JSONObjectReader::maxExactInteger)},
+      {R"({"version":0.5,"layers":[]})", LayerError::unsupportedVersion(0)},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(std::string(test.file));
+    EXPECT_EQ(LayerCodec::decodeFile(test.file).error(), test.error);
+  }
+  const auto versionOf = [](std::string_view text) {
+    auto file = LayerCodec::decodeFile(text);
+    return file ? file->version : -99;
+  };
+  EXPECT_EQ(versionOf(R"({"version":"2","layers":[]})"), 1);
+  EXPECT_EQ(versionOf(R"({"layers":[]})"), 1);
+  EXPECT_EQ(versionOf(R"({"version":1.9,"layers":[]})"), 1);
+  EXPECT_EQ(versionOf(R"({"version":1e300,"layers":[]})"), JSONObjectReader::maxExactInteger);
+}
+
+TEST(LayerCodecTests, theSizeLimitHoldsAtTheByte) {
+  const std::string minimal = R"({"version":1,"layers":[]})";
+  std::string file = minimal + std::string(LayerCodec::maxFileBytes - minimal.size(), ' ');
+  ASSERT_EQ(file.size(), 16777216u);
+  EXPECT_TRUE(LayerCodec::decodeFile(file).has_value());
+  file.push_back(' ');
+  EXPECT_EQ(LayerCodec::decodeFile(file).error(), LayerError::tooLarge());
+}
+
+TEST(LayerCodecTests, decodeCountsWhatItSkipsAndFreshFilesHoldOnlyLayers) {
+  auto decoded = LayerCodec::decode(kNewerFile);
+  ASSERT_TRUE(decoded.has_value());
+  EXPECT_EQ(decoded->layers.size(), 2u);
+  EXPECT_EQ(decoded->skipped, 3u);
+
+  const std::string fresh = LayerCodec::encode(decoded->layers);
+  const JSONValue written = parse(fresh);
+  EXPECT_EQ(written.asObject()->size(), 2u);
+  EXPECT_EQ(*written.asObject()->find("version"), JSONValue(1));
+  EXPECT_EQ(written.asObject()->find("layers")->asArray()->size(), 2u);
+  EXPECT_EQ(parse(LayerCodec::encode(std::span<const Layer>())),
+            parse(R"({"layers":[],"version":1})"));
+  auto back = LayerCodec::decodeFile(fresh);
+  ASSERT_TRUE(back.has_value());
+  EXPECT_EQ(back->layers, decoded->layers);
+}
+
+TEST(LayerCodecTests, numbersJSONCannotHoldAreWrittenAsNull) {
+  LayerFile file;
+  file.extras.set("odd", std::nan(""));
+  const JSONValue written = parse(LayerCodec::encode(file));
+  EXPECT_EQ(*written.asObject()->find("odd"), JSONValue());
+}
+
+// Every cut of a file, and every byte of it damaged, reads as a file or as
+// an error: nothing in between crashes.
+TEST(LayerCodecTests, damagedFilesNeverCrashTheReader) {
+  const std::string text(kNewerFile);
+  for (std::size_t length = 0; length < text.size(); ++length) {
+    auto file = LayerCodec::decodeFile(std::string_view(text).substr(0, length));
+    if (file) (void)LayerCodec::encode(*file);
+  }
+  for (std::size_t index = 0; index < text.size(); ++index) {
+    for (char byte : {'\0', '"', '{', ']', '\xff', '9'}) {
+      std::string damaged = text;
+      damaged[index] = byte;
+      auto file = LayerCodec::decodeFile(damaged);
+      if (file) (void)LayerCodec::encode(*file);
+    }
+  }
+  const std::string deep = R"({"layers":[)" + std::string(600, '[') + std::string(600, ']') + "]}";
+  EXPECT_EQ(LayerCodec::decodeFile(deep).error(), LayerError::notJSON());
+}
+
+}  // namespace
+}  // namespace corvel
