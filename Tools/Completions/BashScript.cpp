@@ -208,13 +208,15 @@ std::string replaced(std::string_view text, std::string_view marker, std::string
 
 std::string quotedCase(const std::string& text) { return "\"" + text + "\""; }
 
-// One `case` arm per value, matching every key that gives it.
+// One `case` arm per value, matching every key that gives it; a long list
+// of keys goes on one line each.
 std::string caseArms(const std::map<std::string, std::vector<std::string>>& keysByValue) {
   std::string text;
   for (const auto& [value, keys] : keysByValue) {
+    const std::string separator = keys.size() > 3 ? " | \\\n    " : " | ";
     text += "    ";
     for (std::size_t i = 0; i < keys.size(); ++i) {
-      if (i > 0) text += " | ";
+      if (i > 0) text += separator;
       text += quotedCase(keys[i]);
     }
     text += ") " + value + " ;;\n";
