@@ -130,28 +130,27 @@ std::string FishScript::text(const CompletionModel& model) {
             " -d " + fishQuoted(model.summary(first)) + "\n";
   }
   for (const auto& command : model.commands) {
-    text += "\n";
+    std::string lines;
     if (!command.sub.empty()) {
-      text += "complete -c quillon -n " + condition("__quillon_at", command.first) + " -a " +
-              fishQuoted(command.sub) + " -d " + fishQuoted(command.summary) + "\n";
+      lines += "complete -c quillon -n " + condition("__quillon_at", command.first) + " -a " +
+               fishQuoted(command.sub) + " -d " + fishQuoted(command.summary) + "\n";
     }
     const std::string words = command.sub.empty() ? command.first : command.name();
     for (const auto& option : command.options) {
-      text += "complete -c quillon -n " + condition("__quillon_seen", words);
+      lines += "complete -c quillon -n " + condition("__quillon_seen", words);
       if (option.word.starts_with("--")) {
-        text += " -l " + option.word.substr(2);
+        lines += " -l " + option.word.substr(2);
       } else {
-        text += " -s " + option.word.substr(1);
+        lines += " -s " + option.word.substr(1);
       }
-      if (option.value != ValueKind::none) text += " -x" + values(model, command, option.value);
-      text += " -d " + fishQuoted(option.summary) + "\n";
+      if (option.value != ValueKind::none) lines += " -x" + values(model, command, option.value);
+      lines += " -d " + fishQuoted(option.summary) + "\n";
     }
-    if (command.plain != ValueKind::none) {
-      const std::string offered = values(model, command, command.plain);
-      if (!offered.empty()) {
-        text += "complete -c quillon -n " + condition("__quillon_at", words) + offered + "\n";
-      }
+    const std::string offered = values(model, command, command.plain);
+    if (!offered.empty()) {
+      lines += "complete -c quillon -n " + condition("__quillon_at", words) + offered + "\n";
     }
+    if (!lines.empty()) text += "\n" + lines;
   }
   return text;
 }
