@@ -1,0 +1,139 @@
+#include "CorvelCommand/LineTool.h"
+
+#include <gtest/gtest.h>
+
+#include "Command/TestWorld.h"
+#include "CorvelCommand/HandOverWait.h"
+#include "CorvelCore/Automation/CommandLineInterface.h"
+
+namespace corvel {
+namespace {
+
+std::int32_t run(TestWorld& test, std::vector<std::string> words) {
+  return LineTool::run(words, test.world());
+}
+
+TEST(LineToolTest, SendsOneLinkAndMapsTheReport) {
+  struct Case {
+    std::optional<std::string> app;
+    std::optional<HandOver> report;
+    std::int32_t status;
+    std::string err;
+  };
+  const std::string notDelivered =
+      "Quillon did not take the command within 5 seconds. Open Quillon, then try again.\n";
+  const Case cases[] = {
+      {"/Applications/Quillon.app", HandOver::delivered, 0, ""},
+      {"/Applications/Quillon.app", HandOver::failed, 5, notDelivered},
+      {"/Applications/Quillon.app", HandOver::timedOut, 5, notDelivered},
+      {std::nullopt, std::nullopt, 2, "Quillon is not installed. Get it at quillon.app.\n"},
+  };
+  for (const auto& c : cases) {
+    TestWorld test;
+    test.app = c.app;
+    test.handOverResult = c.report;
+    EXPECT_EQ(run(test, {"layer", "show", "--text", "a=Hi & bye", "--fill", "dim"}), c.status);
+    EXPECT_EQ(test.err, c.err);
+    EXPECT_EQ(test.out, "");
+    if (c.report) {
+      ASSERT_EQ(test.handOvers.size(), 1u);
+      EXPECT_EQ(test.handOvers.front().first, "quillon://layer/show?fill=dimmed&a=Hi%20%26%20bye");
+      EXPECT_EQ(test.handOvers.front().second, *c.app);
+    } else {
+      EXPECT_TRUE(test.handOvers.empty());
+    }
+  }
+}
+
+// The whole not-delivered path: the driver, the bounded wait, and an opener
+// that reports an error or never reports at all, on a clock the test runs.
+TEST(LineToolTest, AnAppThatDoesNotTakeTheLinkEndsInStatusFive) {
+  struct Case {
+    const char* name;
+    std::optional<bool> reportsError;  // none: never reports
+    double secondsWaited;
+  };
+  const Case cases[] = {{"reports an error", true, 0.0}, {"never reports", std::nullopt, 5.0}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    HandOverWait::Clock::time_point clock{};
+    const auto start = clock;
+    TestWorld test;
+    test.app = "/Applications/Quillon.app";
+    ToolWorld world = test.world();
+    world.handOver = [&](const std::string& link, const std::string& app) {
+      return HandOverWait::run(
+          link, app,
+          [&](const std::string&, const std::string&, const HandOverWait::Report& report) {
+            if (c.reportsError) report(*c.reportsError);
+          },
+          [&](double slice) {
+            clock += std::chrono::duration_cast<HandOverWait::Clock::duration>(
+                std::chrono::duration<double>(slice));
+          },
+          [&] { return clock; });
+    };
+    EXPECT_EQ(LineTool::run(std::vector<std::string>{"hide"}, world), 5);
+    EXPECT_EQ(test.err,
+              "Quillon did not take the command within 5 seconds. Open Quillon, then try again.\n");
+    const double waited = std::chrono::duration<double>(clock - start).count();
+    EXPECT_GE(waited, c.secondsWaited);
+    EXPECT_LE(waited, c.secondsWaited + HandOverWait::sliceSeconds + 1e-9);
+  }
+}
+
+TEST(LineToolTest, BadCommandLineWritesMessageBlankLineAndUsage) {
+  TestWorld test;
+  EXPECT_EQ(run(test, {"layers", "store", "--modifiers", "rcmd", "--hold-delay", "-1"}), 1);
+  EXPECT_EQ(test.out, "");
+  EXPECT_EQ(test.err,
+            "--hold-delay must be a number of seconds, 0 or more. More than 5 reads as "
+            "5.\n\n" +
+                CommandLineInterface::usage() + "\n");
+}
+
+TEST(LineToolTest, VersionLineComesFromTheWorld) {
+  TestWorld test;
+  ToolWorld world = test.world();
+  world.version = {"2.1", "310"};
+  EXPECT_EQ(LineTool::run(std::vector<std::string>{"--version"}, world), 0);
+  EXPECT_EQ(test.out, "quillon 2.1 (310)\n");
+}
+
+TEST(LineToolTest, ThemeInUseIsReadFromTheOverlaySettings) {
+  const JSONValue settings[] = {JSONObject{{"themeID", "ink"}, {"other", 1}},
+                                "{\"themeID\":\"ink\"}"};
+  for (const auto& value : settings) {
+    TestWorld test;
+    test.overlaySettings = value;
+    EXPECT_EQ(run(test, {"themes", "list", "--json"}), 0);
+    EXPECT_NE(test.out.find("\"id\" : \"ink\",\n    \"inUse\" : true"), std::string::npos);
+  }
+  TestWorld broken;
+  broken.overlaySettings = "not json";
+  EXPECT_EQ(run(broken, {"themes", "list"}), 0);
+  EXPECT_EQ(broken.out.find("* "), std::string::npos);
+}
+
+TEST(LineToolTest, ReadRefusesWhatIsNotARegularFileWithinTheLimit) {
+  char pattern[] = "/tmp/quillon-read-XXXXXX";
+  ASSERT_NE(::mkdtemp(pattern), nullptr);
+  const std::string folder = pattern;
+  const std::string file = folder + "/f";
+  FILE* handle = std::fopen(file.c_str(), "wb");
+  std::fputs("12345", handle);
+  std::fclose(handle);
+  ::symlink(file.c_str(), (folder + "/link").c_str());
+  EXPECT_EQ(LineTool::read(file, 5, true), "12345");
+  EXPECT_EQ(LineTool::read(file, 4, true), std::nullopt);
+  EXPECT_EQ(LineTool::read(folder + "/link", 5, true), "12345");
+  EXPECT_EQ(LineTool::read(folder + "/link", 5, false), std::nullopt);
+  EXPECT_EQ(LineTool::read(folder, 5, true), std::nullopt);
+  EXPECT_EQ(LineTool::read(folder + "/missing", 5, true), std::nullopt);
+  std::remove((folder + "/link").c_str());
+  std::remove(file.c_str());
+  ::rmdir(folder.c_str());
+}
+
+}  // namespace
+}  // namespace corvel

@@ -1,0 +1,326 @@
+// Runs the built quillon as a new user would: a throw-away home folder, real
+// files in the support folder, and exact output and exit codes compared.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "CorvelCore/Automation/CommandLineInterface.h"
+
+extern char** environ;
+
+namespace corvel {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Outcome {
+  int status = -1;
+  std::string out;
+  std::string err;
+};
+
+std::string slurp(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::ostringstream buffer;
+  buffer << in.rdbuf();
+  return buffer.str();
+}
+
+void spit(const fs::path& file, std::string_view text) {
+  fs::create_directories(file.parent_path());
+  std::ofstream(file, std::ios::binary) << text;
+}
+
+class QuillonTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (fs::temp_directory_path() / "quillon-e2e-XXXXXX").string();
+    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
+    home = pattern;
+    support = home / ".local" / "share" / "Quillon";
+    fs::create_directories(support);
+  }
+  void TearDown() override { fs::remove_all(home); }
+
+  // Runs quillon with the arguments in the throw-away home, from `home/work`.
+  Outcome quillon(const std::vector<std::string>& arguments) {
+    fs::create_directories(home / "work");
+    const fs::path out = home / ".out";
+    const fs::path err = home / ".err";
+    std::vector<std::string> words{QUILLON_BINARY};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> argv;
+    for (auto& word : words) argv.push_back(word.data());
+    argv.push_back(nullptr);
+    std::vector<std::string> variables = {"HOME=" + home.string(),
+                                          "PATH=/usr/bin:/bin",
+                                          "XDG_DATA_HOME=" + (home / ".local/share").string(),
+                                          "XDG_CONFIG_HOME=" + (home / ".config").string(),
+                                          "XDG_DATA_DIRS=" + (home / "none").string(),
+                                          "XDG_CONFIG_DIRS=" + (home / "none").string(),
+                                          "LANG=C.UTF-8"};
+    std::vector<char*> envp;
+    for (auto& variable : variables) envp.push_back(variable.data());
+    envp.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    posix_spawn_file_actions_addchdir_np(&actions, (home / "work").c_str());
+    pid_t pid = 0;
+    Outcome run;
+    if (::posix_spawn(&pid, QUILLON_BINARY, &actions, nullptr, argv.data(), envp.data()) == 0) {
+      int status = 0;
+      ::waitpid(pid, &status, 0);
+      run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    posix_spawn_file_actions_destroy(&actions);
+    run.out = slurp(out);
+    run.err = slurp(err);
+    return run;
+  }
+
+  // Every file below the support folder with its bytes, to prove a command
+  // left it as it was.
+  std::map<std::string, std::string> supportSnapshot() {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : fs::recursive_directory_iterator(support)) {
+      files[entry.path().string()] = entry.is_regular_file() ? slurp(entry.path()) : "(folder)";
+    }
+    return files;
+  }
+
+  fs::path home;
+  fs::path support;
+};
+
+const std::string kUsage = CommandLineInterface::usage() + "\n";
+
+const char* kLayers = R"({
+  "version" : 1,
+  "layers" : [
+    {"id" : "0F8FAD5B-D9CB-469F-A165-70867728950E", "name" : "Work", "enabled" : true,
+     "kind" : "custom", "holdDelay" : 0.2,
+     "trigger" : {"parts" : [{"modifier" : "command", "side" : "right"}, {"modifier" : "shift", "side" : "right"}]},
+     "keys" : {"keyA" : {"action" : {"type" : "typeText", "text" : "Hello"}}}},
+    {"id" : "7C9E6679-7425-40DE-944B-E07FC1F90AE7", "name" : "Browsing",
+     "appScope" : "com.apple.Safari", "needsReview" : true, "enabled" : true,
+     "trigger" : {"parts" : [{"modifier" : "control", "side" : "either"}, {"modifier" : "option", "side" : "either"},
+                             {"modifier" : "shift", "side" : "either"}, {"modifier" : "command", "side" : "either"}]},
+     "keys" : {}}
+  ]
+})";
+
+TEST_F(QuillonTest, HelpVersionAndRefusals) {
+  struct Case {
+    std::vector<std::string> arguments;
+    int status;
+    std::string out;
+    std::string err;
+  };
+  const Case cases[] = {
+      {{}, 0, kUsage, ""},
+      {{"help", "nope"},
+       1,
+       "",
+       "\u201Cnope\u201D is not a quillon command. Run quillon help to see the commands.\n\n" +
+           kUsage},
+      {{"version"}, 0, "quillon, a development build\n", ""},
+      {{"help", "themes"},
+       0,
+       "Usage:\n  quillon themes list [--json] | export [--name N] -f FILE | import FILE\n\n"
+       "Run quillon help to see every command.\n",
+       ""},
+      {{"frobnicate"},
+       1,
+       "",
+       "\u201Cfrobnicate\u201D is not a quillon command. Run quillon help to see the "
+       "commands.\n\n" +
+           kUsage},
+      {{"show", "--json"},
+       1,
+       "",
+       "quillon show does not take the option \u201C--json\u201D. Run quillon help show to see "
+       "what it takes.\n\n" +
+           kUsage},
+      {{"show", "--position", "Bottom Right", "--width", "5000", "--text", "a=Hi & bye"},
+       2,
+       "",
+       "Quillon is not installed. Get it at quillon.app.\n"},
+      {{"layers", "import", "missing.quillonlayer"},
+       3,
+       "",
+       "That file could not be read. Check its name, and that it is a file.\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::PrintToString(c.arguments));
+    const Outcome run = quillon(c.arguments);
+    EXPECT_EQ(run.status, c.status);
+    EXPECT_EQ(run.out, c.out);
+    EXPECT_EQ(run.err, c.err);
+  }
+}
+
+TEST_F(QuillonTest, ImportsAreCheckedBeforeAnythingElse) {
+  spit(home / "work" / "junk.quillontheme", "not json");
+  spit(home / "work" / "empty.quillonlayer", R"({"version":1,"layers":[]})");
+  spit(home / "work" / "big.quillonsheet", std::string(1048577, ' '));
+  struct Case {
+    std::vector<std::string> arguments;
+    std::string err;
+  };
+  const Case cases[] = {
+      {{"themes", "import", "junk.quillontheme"},
+       "That file is not a theme Quillon can read. Choose a .quillontheme file Quillon "
+       "exported.\n"},
+      {{"layers", "import", "empty.quillonlayer"},
+       "That file holds no layers Quillon can read. Choose a .quillonlayer file Quillon "
+       "exported.\n"},
+      {{"sheets", "import", "big.quillonsheet"},
+       "That file could not be read. Check its name, and that it is a file.\n"},
+      {{"layers", "import", "."},  // a folder is no file
+       ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::PrintToString(c.arguments));
+    const Outcome run = quillon(c.arguments);
+    if (c.err.empty()) {
+      EXPECT_EQ(run.status, 1);  // "." has no layer file extension
+      continue;
+    }
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, c.err);
+  }
+}
+
+TEST_F(QuillonTest, ListsLayers) {
+  EXPECT_EQ(quillon({"layers", "list"}).out,
+            "No layers yet. Add one in Quillon's Settings, in Layers, or with quillon layers "
+            "store.\n");
+  EXPECT_EQ(quillon({"layers", "list", "--json"}).out, "[]\n");
+  spit(support / "Layers.json", kLayers);
+  const auto before = supportSnapshot();
+  const Outcome text = quillon({"layers", "list"});
+  EXPECT_EQ(text.status, 0);
+  EXPECT_EQ(text.out,
+            "Work       rshift-rcmd   all apps           on                  1 key\n"
+            "Browsing   hyper         com.apple.Safari   off, needs review   0 keys\n");
+  const Outcome json = quillon({"layers", "list", "--json"});
+  EXPECT_EQ(json.out,
+            "[\n"
+            "  {\n"
+            "    \"enabled\" : true,\n"
+            "    \"keys\" : 1,\n"
+            "    \"name\" : \"Work\",\n"
+            "    \"needsReview\" : false,\n"
+            "    \"trigger\" : \"rshift-rcmd\"\n"
+            "  },\n"
+            "  {\n"
+            "    \"app\" : \"com.apple.Safari\",\n"
+            "    \"enabled\" : false,\n"
+            "    \"keys\" : 0,\n"
+            "    \"name\" : \"Browsing\",\n"
+            "    \"needsReview\" : true,\n"
+            "    \"trigger\" : \"hyper\"\n"
+            "  }\n"
+            "]\n");
+  EXPECT_EQ(supportSnapshot(), before);
+  spit(support / "Layers.json", "{ damaged");
+  const Outcome damaged = quillon({"layers", "list"});
+  EXPECT_EQ(damaged.status, 3);
+  EXPECT_EQ(damaged.out, "");
+  EXPECT_EQ(damaged.err,
+            "Quillon's layers file could not be read, so nothing was listed or exported. Open "
+            "Quillon's Settings, Layers, to see why.\n");
+}
+
+TEST_F(QuillonTest, ListsThemesAndSheets) {
+  spit(home / ".config" / "Quillon" / "Preferences.json",
+       R"({"overlay.v1" : "{\"themeID\" : \"matrix\"}"})");
+  const Outcome themes = quillon({"themes", "list"});
+  EXPECT_EQ(themes.status, 0);
+  EXPECT_TRUE(
+      themes.out.starts_with("  silver          Silver          Apple\n"
+                             "  space-black     Space Black     Apple\n"))
+      << themes.out;
+  EXPECT_NE(themes.out.find("\n* matrix          Matrix          Neon\n"), std::string::npos);
+  EXPECT_EQ(std::count(themes.out.begin(), themes.out.end(), '\n'), 40);
+  EXPECT_EQ(themes.out.find(" \n"), std::string::npos);  // no trailing blanks
+
+  EXPECT_EQ(quillon({"sheets", "list"}).out,
+            "No changed cheatsheets yet. Change one in Quillon's Settings, in Cheatsheets.\n");
+  EXPECT_EQ(quillon({"sheets", "list", "--json"}).out, "[]\n");
+  spit(support / "Sheets" / "com.apple.Safari.quillonsheet",
+       R"({"version":1,"app":{"bundleID":"com.apple.Safari","name":"Safari"},
+           "rename":{"cmd+t":"New tab","cmd+w":"Close"},"hide":["cmd+q"]})");
+  EXPECT_EQ(quillon({"sheets", "list"}).out,
+            "Safari   com.apple.Safari   2 renamed, 1 hidden, 0 added\n");
+}
+
+TEST_F(QuillonTest, ExportsWriteNewFilesOnly) {
+  spit(support / "Layers.json", kLayers);
+  const auto before = supportSnapshot();
+  const std::string target = (home / "work" / "mine.quillonlayer").string();
+  const Outcome first = quillon({"layers", "export", "-f", "mine.quillonlayer"});
+  EXPECT_EQ(first.status, 0);
+  EXPECT_EQ(first.out, "Exported 2 layers to " + target + ".\n");
+  const std::string written = slurp(target);
+  const Outcome again = quillon({"layers", "export", "--name", "work", "-f", target});
+  EXPECT_EQ(again.status, 3);
+  EXPECT_EQ(again.err,
+            "A file is already there. quillon never replaces a file, so give -f a new name.\n");
+  EXPECT_EQ(slurp(target), written);
+
+  struct Case {
+    std::vector<std::string> arguments;
+    std::string err;
+  };
+  fs::create_symlink(support, home / "work" / "link");
+  fs::create_symlink(home / "nowhere", home / "work" / "dangling.json");
+  const Case refusals[] = {
+      {{"layers", "export", "-f", "link/x.json"},
+       "Quillon never writes inside its own app or its own folder. Give -f a file somewhere "
+       "else.\n"},
+      {{"layers", "export", "-f", "dangling.json"},
+       "A file is already there. quillon never replaces a file, so give -f a new name.\n"},
+      {{"layers", "export", "-f", "/Network/x.json"},
+       "-f must be on this Mac. Quillon never writes under /net or /Network, so name a file in a "
+       "folder here.\n"},
+      {{"layers", "export", "-f", "/tmp/../../x.json"},
+       "-f must name a file, with no .. climbing above the top folder.\n"},
+      {{"layers", "export", "-f", "x.txt"}, "-f must end in .quillonlayer or .json.\n"},
+      {{"layers", "export", "--name", "Nobody", "-f", "n.json"},
+       "No layer has that name or those modifiers. Run quillon layers list to see them.\n"},
+      {{"themes", "export", "--name", "Nothing", "-f", "t.quillontheme"},
+       "No theme has that name or id. Run quillon themes list to see them.\n"},
+      {{"sheets", "export", "--app", "com.example.None", "-f", "s.quillonsheet"},
+       "That app's cheatsheet has no changes to export. Run quillon sheets list to see the ones "
+       "there are.\n"},
+  };
+  for (const auto& c : refusals) {
+    SCOPED_TRACE(testing::PrintToString(c.arguments));
+    const Outcome run = quillon(c.arguments);
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, c.err);
+  }
+  const Outcome theme =
+      quillon({"themes", "export", "--name", "Space Black", "-f", "t.quillontheme"});
+  EXPECT_EQ(theme.status, 0);
+  EXPECT_EQ(theme.out, "Exported the theme Space Black to " +
+                           (home / "work" / "t.quillontheme").string() + ".\n");
+  EXPECT_EQ(quillon({"themes", "import", "t.quillontheme"}).err,
+            "Quillon is not installed. Get it at quillon.app.\n");
+  EXPECT_EQ(supportSnapshot(), before);
+}
+
+}  // namespace
+}  // namespace corvel
