@@ -96,10 +96,12 @@ _quillon_add() {
   done
 }
 
-# The string values of members of one of the tool's JSON listings.
+# The string values of members of one of the tool's JSON listings; nothing
+# when the tool is not on the PATH.
 _quillon_listed() {
   local listing=$1
   shift
+  command -v quillon >/dev/null || return 0
   command quillon "$listing" list --json 2>/dev/null | awk -v members="$*" '@AWK@'
 }
 

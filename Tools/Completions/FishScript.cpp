@@ -24,8 +24,10 @@ function __quillon_at
     __quillon_seen $argv
 end
 
-# The string values of members of one of the tool's JSON listings.
+# The string values of members of one of the tool's JSON listings; nothing
+# when the tool is not on the PATH.
 function __quillon_listed --argument-names listing
+    command -q quillon; or return
     command quillon $listing list --json 2>/dev/null | awk -v members="$argv[2..-1]" '@AWK@'
 end
 

@@ -6,10 +6,12 @@ namespace corvel {
 namespace {
 
 constexpr std::string_view kListed = R"ZSH(
-# The string values of members of one of the tool's JSON listings, one a line.
+# The string values of members of one of the tool's JSON listings, one a
+# line; nothing when the tool is not on the PATH.
 _quillon_listed() {
   local listing=$1
   shift
+  (( $+commands[quillon] )) || return
   command quillon $listing list --json 2>/dev/null | awk -v members="$*" '@AWK@'
 }
 
