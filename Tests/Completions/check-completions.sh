@@ -118,6 +118,8 @@ bash_offers() {
 # zsh answers every line of a file of cases in one session, since starting
 # its completion system takes a while; the answers are read in first.
 zsh_answers=()
+limit=()
+command -v timeout >/dev/null && limit=(timeout 60)
 zsh_answer_all() {
   local line answer= word
   local -a lines=()
@@ -132,7 +134,7 @@ zsh_answer_all() {
     else
       answer+=$word$'\n'
     fi
-  done < <(timeout 60 zsh -f "$capture" "$folder" "${lines[@]}")
+  done < <(${limit[@]+"${limit[@]}"} zsh -f "$capture" "$folder" "${lines[@]}")
 }
 if [[ $shell == zsh ]] && ! zsh -f -c 'zmodload zsh/zpty' 2>/dev/null; then
   echo "zsh has no zsh/zpty module, so its completion is not checked."

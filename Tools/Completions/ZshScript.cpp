@@ -36,7 +36,7 @@ std::string replaced(std::string_view text, std::string_view marker, std::string
   return out;
 }
 
-// A message or description inside an _arguments spec: colons escaped.
+// A message or description inside an _arguments entry: colons escaped.
 std::string escapedColons(std::string_view text) {
   std::string out;
   for (const char c : text) {
@@ -80,9 +80,9 @@ std::string action(const CompletionModel& model, const CompletedCommand& command
   return " ";
 }
 
-// One _arguments spec: "--position=[where the board goes]:NAME|X\:Y:(top ...)".
-std::string spec(const CompletionModel& model, const CompletedCommand& command,
-                 const CompletedOption& option) {
+// One _arguments entry: "--position=[where the board goes]:NAME|X\:Y:(top ...)".
+std::string argumentsEntry(const CompletionModel& model, const CompletedCommand& command,
+                           const CompletedOption& option) {
   std::string text = option.repeatable ? "*" : "";
   text += option.word;
   // A long option takes its value after "=" or in the next word; "-k" and
@@ -177,7 +177,7 @@ std::string ZshScript::text(const CompletionModel& model) {
     }
     text += "      _arguments -S :";
     for (const auto& option : command.options) {
-      text += " \\\n        " + spec(model, command, option);
+      text += " \\\n        " + argumentsEntry(model, command, option);
     }
     if (command.plain != ValueKind::none) {
       text += " \\\n        " + ScriptText::singleQuoted(":" + command.plainWord + ":" +
