@@ -4,6 +4,7 @@
 #include <span>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "CorvelCore/Layers/DocumentRules.h"
 #include "CorvelCore/Layers/LayerNames.h"
@@ -137,20 +138,21 @@ CapFace CapFace::limited(bool clean) const {
 }
 
 JSONValue CapFace::json() const {
-  JSONObject object = extras;
-  object.set("type", JSONValue(faceTypes[value.index()].name));
+  // Members in ascending key order, "type" last.
+  std::vector<JSONObject::Member> own;
   std::visit(Overloaded{
-                 [&](const Label& face) { object.set("text", face.text); },
-                 [&](const Text& face) { object.set("text", face.text); },
-                 [&](const Symbol& face) { object.set("symbol", face.symbol); },
+                 [&](const Label& face) { own.emplace_back("text", face.text); },
+                 [&](const Text& face) { own.emplace_back("text", face.text); },
+                 [&](const Symbol& face) { own.emplace_back("symbol", face.symbol); },
                  [&](const SymbolCaption& face) {
-                   object.set("symbol", face.symbol);
-                   object.set("caption", face.caption);
+                   own.emplace_back("caption", face.caption);
+                   own.emplace_back("symbol", face.symbol);
                  },
-                 [&](const AppIcon& face) { object.set("bundleID", face.bundleID); },
+                 [&](const AppIcon& face) { own.emplace_back("bundleID", face.bundleID); },
              },
              value);
-  return object;
+  own.emplace_back("type", JSONValue(faceTypes[value.index()].name));
+  return DocumentRules::recordObject(extras, std::move(own));
 }
 
 std::expected<CapFace, LayerError> CapFace::fromJSON(const JSONValue& json, std::int64_t& removed) {

@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "CorvelCore/Keyboard/KeyID.h"
 #include "CorvelCore/Theme/JSONValue.h"
@@ -40,6 +41,13 @@ struct DocumentRules {
   // record's reader keeps as its extras. Allocates nothing when there are none.
   [[nodiscard]] static JSONObject unknownMembers(const JSONObject& object,
                                                  std::span<const std::string_view> known);
+
+  // A record's JSON object: its kept `extras` with its own members set over
+  // them. `own` comes in ascending key order, so that a record without
+  // extras (nearly all) becomes its object without a search or an insertion
+  // per member.
+  [[nodiscard]] static JSONObject recordObject(const JSONObject& extras,
+                                               std::vector<JSONObject::Member> own);
 
   // The document printed pretty with sorted keys and "/" unescaped; a number
   // JSON cannot hold (only code can put one there) is printed as null.

@@ -4,6 +4,7 @@
 #include <span>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "CorvelCore/Keyboard/KeyID.h"
 #include "CorvelCore/Layers/DocumentRules.h"
@@ -158,18 +159,18 @@ LayerAction LayerAction::showSymbol(std::string name, std::optional<std::string>
 }
 
 JSONValue LayerAction::json() const {
-  JSONObject object = extras;
-  object.set("type", JSONValue(actionTypes[value.index()].name));
+  // Members in ascending key order, "type" last.
+  std::vector<JSONObject::Member> own;
   std::visit(Overloaded{
                  [&](const OpenApp& action) {
-                   object.set("bundleID", action.bundleID);
+                   own.emplace_back("bundleID", action.bundleID);
                    // A name this version could not read survives while the
                    // app still goes by the fallback it was given instead.
                    if (action.name != action.bundleID || !extras.contains("name")) {
-                     object.set("name", action.name);
+                     own.emplace_back("name", action.name);
                    }
                  },
-                 [&](const TypeText& action) { object.set("text", action.text); },
+                 [&](const TypeText& action) { own.emplace_back("text", action.text); },
                  [&](const SendShortcut& action) {
                    JSONArray names;
                    for (KeyModifier modifier : writtenModifierOrder) {
@@ -177,16 +178,17 @@ JSONValue LayerAction::json() const {
                        names.emplace_back(rawValue(modifier));
                      }
                    }
-                   object.set("modifiers", std::move(names));
-                   object.set("key", JSONValue(keyInfo(action.combo.key).identifier));
+                   own.emplace_back("key", JSONValue(keyInfo(action.combo.key).identifier));
+                   own.emplace_back("modifiers", std::move(names));
                  },
                  [&](const ShowSymbol& action) {
-                   object.set("name", action.name);
-                   if (action.caption) object.set("caption", *action.caption);
+                   if (action.caption) own.emplace_back("caption", *action.caption);
+                   own.emplace_back("name", action.name);
                  },
              },
              value);
-  return object;
+  own.emplace_back("type", JSONValue(actionTypes[value.index()].name));
+  return DocumentRules::recordObject(extras, std::move(own));
 }
 
 std::expected<LayerAction, LayerError> LayerAction::fromJSON(const JSONValue& json,
