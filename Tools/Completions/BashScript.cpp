@@ -280,7 +280,8 @@ std::string BashScript::text(const CompletionModel& model) {
       "# bash completion for quillon                                  -*- shell-script -*-\n"
       "# Written by quillon-completions from the tool's own grammar; do not edit.\n\n"
       "# It needs bash 4.1 or later, as bash-completion 2 does.\n"
-      "((BASH_VERSINFO[0] > 4 || (BASH_VERSINFO[0] == 4 && BASH_VERSINFO[1] >= 1))) || return 0\n\n";
+      "((BASH_VERSINFO[0] > 4 || (BASH_VERSINFO[0] == 4 && BASH_VERSINFO[1] >= 1))) || return "
+      "0\n\n";
   text += "_quillon_first_words=(" + ScriptText::joined(model.firstWords(), " ") + ")\n";
   text += "_quillon_positions=(" + ScriptText::joined(model.positions, " ") + ")\n";
   text += "_quillon_fills=(" + ScriptText::joined(model.fills, " ") + ")\n";
