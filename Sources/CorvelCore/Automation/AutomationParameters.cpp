@@ -283,16 +283,17 @@ Read<PositionRequest> AutomationParameters::position() const {
 Read<ScreenRequest> AutomationParameters::screen() const {
   const std::string* value = raw("screen");
   if (value == nullptr) return std::nullopt;
-  std::string_view text = trimmedValue(*value);
-  if (text.empty()) return bad("screen");
-  if (std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+  // Digits are looked for in the cleaned text: a name that cleans to digits
+  // ("0" and an invisible character) would be written into a link as those
+  // digits and read back as a display number, so it is one from the start.
+  std::string name = oneLine(trimmedValue(*value));
+  if (name.empty()) return bad("screen");
+  if (std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; })) {
     std::uint32_t number = 0;
-    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size()) return bad("screen");
+    auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
+    if (error != std::errc() || end != name.data() + name.size()) return bad("screen");
     return ScreenRequest::id(number);
   }
-  std::string name = oneLine(text);
-  if (name.empty()) return bad("screen");
   return ScreenRequest::name(std::move(name));
 }
 

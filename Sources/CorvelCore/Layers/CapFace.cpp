@@ -17,6 +17,9 @@ template <class... Cases>
 struct Overloaded : Cases... {
   using Cases::operator()...;
 };
+// Spelled out for compilers that do not deduce aggregates' arguments (Clang 16).
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
 
 std::string limitedText(const std::string& text, std::int64_t limit, bool clean) {
   return TextLimits::cut(clean ? LayerText::clean(text).text : text, limit);

@@ -222,10 +222,11 @@ std::expected<Layer, LayerError> Layer::fromJSON(const JSONValue& json, std::int
 
   layer.name.clear();
   if (const JSONValue* name = found[nameField]; isPresent(name)) {
+    // A name that is not a text is not kept: the layer's own name always
+    // takes its place when written, so keeping it would only make this
+    // layer differ from the one its written form reads back as.
     if (const std::string* text = name->asString()) {
       layer.name = DocumentRules::cleanedAndCut(*text, maxNameLength, cleaned);
-    } else {
-      keep("name", *name);
     }
   }
   if (DocumentRules::isBlank(layer.name)) layer.name = defaultName;

@@ -17,6 +17,9 @@ template <class... Cases>
 struct Overloaded : Cases... {
   using Cases::operator()...;
 };
+// Spelled out for compilers that do not deduce aggregates' arguments (Clang 16).
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
 
 // The order in which a shortcut's modifiers are written.
 constexpr std::array<KeyModifier, 5> writtenModifierOrder{KeyModifier::fn, KeyModifier::control,

@@ -14,6 +14,9 @@ template <class... Cases>
 struct Overloaded : Cases... {
   using Cases::operator()...;
 };
+// Spelled out for compilers that do not deduce aggregates' arguments (Clang 16).
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
 
 struct ModifierSymbol {
   KeyModifier modifier;

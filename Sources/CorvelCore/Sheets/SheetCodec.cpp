@@ -100,7 +100,11 @@ std::expected<SheetOverrides, SheetError> SheetCodec::decode(std::string_view da
   overrides.bundleID = *bundleID->asString();
   overrides.appName =
       TextLimits::cut(appReader.string("name", overrides.bundleID), SheetOverrides::maxTextLength);
-  if (DocumentRules::isBlank(overrides.appName)) overrides.appName = overrides.bundleID;
+  // The bundle identifier stands in for a blank name within the same limit,
+  // as it does for a missing one, so that the name written reads back as is.
+  if (DocumentRules::isBlank(overrides.appName)) {
+    overrides.appName = TextLimits::cut(overrides.bundleID, SheetOverrides::maxTextLength);
+  }
   JSONObject appExtras = appReader.extras();
 
   const JSONValue* rename = reader.lookUp(renameKey);
