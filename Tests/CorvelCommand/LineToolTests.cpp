@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Command/TestWorld.h"
+#include "CorvelCommand/TestWorld.h"
 #include "CorvelCommand/HandOverWait.h"
 #include "CorvelCore/Automation/CommandLineInterface.h"
 
