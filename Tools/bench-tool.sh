@@ -83,7 +83,7 @@ def key(i):
         action = {"type": "showSymbol", "name": random.choice(symbols), "caption": "Go"}
     entry = {"action": action}
     if i % 3 == 0:
-        entry["display"] = {"type": "label", "label": random.choice(words)[:12]}
+        entry["display"] = {"type": "label", "text": random.choice(words)[:12]}
     elif i % 5 == 0:
         entry["display"] = {"type": "symbol", "symbol": random.choice(symbols)}
     if i % 7 == 0:
@@ -110,16 +110,19 @@ def text(layers):
     return json.dumps({"version": 1, "layers": layers}, indent=2, sort_keys=True,
                       ensure_ascii=False)
 
-layers, size = [], 0
+# Each layer's own text, indented by two levels inside the file, and the
+# ",\n" between layers.
+layers, size = [], 64
 while True:
     candidate = layer(len(layers))
-    size += len(json.dumps(candidate, indent=2, sort_keys=True, ensure_ascii=False).encode()) + 8
-    if size > limit - 64 * 1024:
+    own = json.dumps(candidate, indent=2, sort_keys=True, ensure_ascii=False)
+    size += len(own.encode()) + 4 * (own.count("\n") + 1) + 2
+    if size > limit:
         break
     layers.append(candidate)
 data = text(layers).encode()
 while len(data) > limit:
-    layers.pop()
+    layers = layers[:-max(1, (len(data) - limit) // 3000)]
     data = text(layers).encode()
 open(sys.argv[1], "wb").write(data)
 print(f"{len(layers)} layers, {len(data)} bytes", file=sys.stderr)
