@@ -9,6 +9,7 @@
 #include "CorvelCore/Keyboard/KeyID.h"
 #include "CorvelCore/Layers/DocumentRules.h"
 #include "CorvelCore/Layers/LayerNames.h"
+#include "CorvelCore/TextLimits/TextLimits.h"
 
 namespace corvel {
 namespace {
@@ -62,6 +63,12 @@ const std::string* optionalTextOf(const Fields& fields, Field field, JSONObject&
   return nullptr;
 }
 
+// The name an app goes by when none was given: its bundle identifier, kept to
+// a name's length so that writing it and reading it again changes nothing.
+std::string fallbackName(const std::string& bundleID) {
+  return TextLimits::cut(bundleID, LayerAction::maxNameLength);
+}
+
 Read readOpenApp(const Fields& fields, JSONObject& kept, std::int64_t& removed) {
   const std::string* bundleID = textOf(fields, bundleIDField);
   if (bundleID == nullptr || !LayerNames::isBundleID(*bundleID)) {
@@ -71,7 +78,7 @@ Read readOpenApp(const Fields& fields, JSONObject& kept, std::int64_t& removed) 
   if (const std::string* given = optionalTextOf(fields, nameField, kept)) {
     name = DocumentRules::cleanedAndCut(*given, LayerAction::maxNameLength, removed);
   }
-  if (name.empty()) name = *bundleID;
+  if (name.empty()) name = fallbackName(*bundleID);
   return LayerAction::OpenApp{*bundleID, std::move(name)};
 }
 
@@ -155,7 +162,7 @@ JSONValue LayerAction::json() const {
                    own.emplace_back("bundleID", action.bundleID);
                    // A name this version could not read survives while the
                    // app still goes by the fallback it was given instead.
-                   if (action.name != action.bundleID || !extras.contains("name")) {
+                   if (action.name != fallbackName(action.bundleID) || !extras.contains("name")) {
                      own.emplace_back("name", action.name);
                    }
                  },
