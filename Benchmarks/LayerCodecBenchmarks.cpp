@@ -98,6 +98,17 @@ void BM_DecodeLayersFile(benchmark::State& state) {
 }
 BENCHMARK(BM_DecodeLayersFile)->Unit(benchmark::kMillisecond);
 
+// The JSON parse alone, the floor under reading the file.
+void BM_ParseLayersFileJSON(benchmark::State& state) {
+  const std::string& text = layersFile();
+  for (auto _ : state) {
+    auto value = JSONValue::decode(text);
+    benchmark::DoNotOptimize(value);
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+BENCHMARK(BM_ParseLayersFileJSON)->Unit(benchmark::kMillisecond);
+
 void BM_EncodeLayersFile(benchmark::State& state) {
   const std::string& text = layersFile();
   const auto file = LayerCodec::decodeFile(text);

@@ -536,3 +536,37 @@ TEST(AutomationParserTest, EveryCommandSurvivesItsLink) {
 
 }  // namespace
 }  // namespace corvel
+
+namespace corvel {
+namespace {
+
+TEST(AutomationParserTest, MutatedLinksNeverCrash) {
+  CommandGenerator generator(11);
+  std::mt19937 random(5);
+  const std::string_view noise = "%&=?#/:|+ \xFF\xC3";
+  for (int round = 0; round < 3000; ++round) {
+    std::string link = generator.next().link();
+    for (int edit = 0; edit < 3; ++edit) {
+      std::size_t at = random() % (link.size() + 1);
+      switch (random() % 3) {
+        case 0:
+          link.insert(at, 1, noise[random() % noise.size()]);
+          break;
+        case 1:
+          link.erase(at, 1);
+          break;
+        default:
+          link.resize(at);
+          break;
+      }
+    }
+    auto result = AutomationParser::parse(link);
+    // Whatever a damaged link reads as, it reads the same once rewritten.
+    if (result) {
+      EXPECT_EQ(AutomationParser::parse(result->link()), result) << link;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace corvel

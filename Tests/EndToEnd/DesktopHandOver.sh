@@ -6,6 +6,7 @@
 set -eu
 
 probe=$1
+quillon=$2
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT INT TERM
 
@@ -43,6 +44,18 @@ entry() {
 # Nothing registered for the scheme: not installed.
 if found=$("$probe" quillonApp); then fail "found an app with no handler: $found"; fi
 
+# quillon ARGS... : runs the tool, keeping its status, output and errors.
+run_quillon() {
+  set +e
+  "$quillon" "$@" >"$root/out" 2>"$root/err"
+  status=$?
+  set -e
+}
+not_installed="Quillon is not installed. Get it at quillon.app."
+run_quillon show --position "Bottom Right" --width 5000 --text "a=Hi & bye"
+[ $status -eq 2 ] || fail "show with no app exited $status"
+[ "$(cat "$root/err")" = "$not_installed" ] || fail "show with no app said: $(cat "$root/err")"
+
 cat >"$XDG_CONFIG_HOME/mimeapps.list" <<LIST
 [Default Applications]
 x-scheme-handler/quillon=app.quillon.Quillon.desktop
@@ -51,6 +64,8 @@ LIST
 # A handler whose program is missing does not count as installed.
 entry app.quillon.Quillon Quillon "$root/bin/missing %u" x-scheme-handler/quillon
 if found=$("$probe" quillonApp); then fail "found a handler whose program is missing: $found"; fi
+run_quillon hide
+[ $status -eq 2 ] || fail "hide with a missing program exited $status"
 
 # The recorder appends each argument it is given, one per line.
 received="$root/received"
@@ -85,6 +100,23 @@ if [ ! -s "$received" ]; then
 elif [ "$(cat "$received")" != "$link" ]; then
   fail "the recorder received: $(cat "$received")"
 fi
+
+# The whole tool: the command line becomes one link, handed to the recorder.
+rm -f "$received"
+run_quillon show --position "Bottom Right" --width 5000 --text "a=Hi & bye"
+[ $status -eq 0 ] || fail "show exited $status: $(cat "$root/err")"
+tries=0
+while [ ! -s "$received" ] && [ $tries -lt 50 ]; do
+  sleep 0.1
+  tries=$((tries + 1))
+done
+expected="quillon://show?position=bottomRight&width=4000&a=Hi%20%26%20bye"
+[ "$(cat "$received" 2>/dev/null)" = "$expected" ] ||
+  fail "quillon show sent: $(cat "$received" 2>/dev/null)"
+
+# Imports are checked before the app is asked for.
+run_quillon layers import "$root/nothing.quillonlayer"
+[ $status -eq 3 ] || fail "an import of a missing file exited $status"
 
 # Where there is no desktop entry the hand-over fails at once, without waiting.
 outcome=$("$probe" handOver "$link" "$root/nowhere.desktop")

@@ -51,9 +51,16 @@ class QuillonTest : public testing::Test {
 
   // Runs quillon with the arguments in the throw-away home, from `home/work`.
   Outcome quillon(const std::vector<std::string>& arguments) {
+    const pid_t pid = start(arguments, ".out", ".err");
+    return finish(pid, ".out", ".err");
+  }
+
+  // Starts quillon without waiting; its output goes to the two files named.
+  pid_t start(const std::vector<std::string>& arguments, const std::string& outName,
+              const std::string& errName) {
     fs::create_directories(home / "work");
-    const fs::path out = home / ".out";
-    const fs::path err = home / ".err";
+    const fs::path out = home / outName;
+    const fs::path err = home / errName;
     std::vector<std::string> words{QUILLON_BINARY};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
@@ -74,16 +81,23 @@ class QuillonTest : public testing::Test {
     posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     posix_spawn_file_actions_addchdir_np(&actions, (home / "work").c_str());
-    pid_t pid = 0;
+    pid_t pid = -1;
+    if (::posix_spawn(&pid, QUILLON_BINARY, &actions, nullptr, argv.data(), envp.data()) != 0) {
+      pid = -1;
+    }
+    posix_spawn_file_actions_destroy(&actions);
+    return pid;
+  }
+
+  Outcome finish(pid_t pid, const std::string& outName, const std::string& errName) {
     Outcome run;
-    if (::posix_spawn(&pid, QUILLON_BINARY, &actions, nullptr, argv.data(), envp.data()) == 0) {
+    if (pid > 0) {
       int status = 0;
       ::waitpid(pid, &status, 0);
       run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
-    posix_spawn_file_actions_destroy(&actions);
-    run.out = slurp(out);
-    run.err = slurp(err);
+    run.out = slurp(home / outName);
+    run.err = slurp(home / errName);
     return run;
   }
 
@@ -320,6 +334,40 @@ TEST_F(QuillonTest, ExportsWriteNewFilesOnly) {
   EXPECT_EQ(quillon({"themes", "import", "t.quillontheme"}).err,
             "Quillon is not installed. Get it at quillon.app.\n");
   EXPECT_EQ(supportSnapshot(), before);
+}
+
+// Sixteen exports race to one new path: one writes it whole, the others are
+// told a file is already there, and no temporary folder is left behind.
+TEST_F(QuillonTest, RacingExportsWriteOneFile) {
+  spit(support / "Layers.json", kLayers);
+  const std::string target = (home / "out" / "race.quillonlayer").string();
+  fs::create_directories(home / "out");
+  constexpr int kRacers = 16;
+  std::vector<pid_t> racers;
+  for (int i = 0; i < kRacers; ++i) {
+    racers.push_back(start({"layers", "export", "-f", target}, ".out" + std::to_string(i),
+                           ".err" + std::to_string(i)));
+  }
+  int winners = 0;
+  for (int i = 0; i < kRacers; ++i) {
+    const Outcome run = finish(racers[i], ".out" + std::to_string(i), ".err" + std::to_string(i));
+    if (run.status == 0) {
+      ++winners;
+      EXPECT_EQ(run.out, "Exported 2 layers to " + target + ".\n");
+    } else {
+      EXPECT_EQ(run.status, 3);
+      EXPECT_EQ(run.err,
+                "A file is already there. quillon never replaces a file, so give -f a new "
+                "name.\n");
+    }
+  }
+  EXPECT_EQ(winners, 1);
+  const Outcome listed = quillon({"layers", "import", target});  // the file decodes whole
+  EXPECT_EQ(listed.err, "Quillon is not installed. Get it at quillon.app.\n");
+  std::vector<std::string> left;
+  for (const auto& entry : fs::directory_iterator(home / "out"))
+    left.push_back(entry.path().filename());
+  EXPECT_EQ(left, std::vector<std::string>{"race.quillonlayer"});
 }
 
 }  // namespace

@@ -26,6 +26,11 @@ TEST(LayerCodecRegressionTests, aFileReadWrittenAndReadAgainIsTheSameFile) {
       {R"("name":{"keyA":{"action":{"type":"typeText","text":"Hi"}}})", "Layer"},
       {R"("name":["Work"],"kind":"robot")", "Layer"},
       {R"("name":"Work","needsReview":true,"leftOutKeys":2,"removedCharacters":1)", "Work"},
+      // An app without a name goes by its bundle identifier, kept to a
+      // name's length even when the identifier is longer.
+      {R"("name":"Apps","keys":{"keyM":{"action":{"type":"openApp","bundleID":"com.apple.)" +
+           std::string(200, 'Y') + R"("}}})",
+       "Apps"},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.members);

@@ -41,6 +41,7 @@ std::optional<double> finiteNumber(std::string_view text) {
   return value;
 }
 
+// General category Cc: C0 controls, delete and the C1 controls.
 bool isControl(char32_t scalar) { return scalar < 0x20 || (scalar >= 0x7F && scalar <= 0x9F); }
 
 // The entry's value, or nullptr.

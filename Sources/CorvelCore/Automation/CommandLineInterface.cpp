@@ -913,4 +913,12 @@ std::optional<ExportKind> CommandLineInterface::importKind(std::string_view path
   return std::nullopt;
 }
 
+std::vector<std::string_view> CommandLineInterface::importExtensions(ExportKind kind) {
+  std::vector<std::string_view> extensions;
+  for (const auto& [text, of] : kImportExtensions) {
+    if (of == kind) extensions.push_back(text);
+  }
+  return extensions;
+}
+
 }  // namespace corvel

@@ -123,6 +123,9 @@ struct CommandLineInterface {
   // The kind of file an import path names by its extension (current or
   // earlier), or nothing.
   [[nodiscard]] static std::optional<ExportKind> importKind(std::string_view path);
+  // The extensions an import of the kind accepts (compared in lower case),
+  // the current one first.
+  [[nodiscard]] static std::vector<std::string_view> importExtensions(ExportKind kind);
 };
 
 }  // namespace corvel

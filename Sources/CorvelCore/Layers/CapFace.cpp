@@ -4,6 +4,7 @@
 #include <span>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "CorvelCore/Layers/DocumentRules.h"
 #include "CorvelCore/Layers/LayerNames.h"
@@ -100,20 +101,6 @@ constexpr std::array<FaceType, std::variant_size_v<CapFace::Value>> faceTypes{{
     {"appIcon", readAppIcon, appIconFields},
 }};
 
-// The members of the face that its case does not read. When every member
-// was found under one of the case's names there are none, and the object
-// need not be searched again.
-JSONObject unknownMembers(const JSONObject& object, const Fields& found,
-                          std::span<const Field> caseFields) {
-  std::size_t present = 0;
-  for (Field field : caseFields) present += found[field] != nullptr ? 1 : 0;
-  if (present == object.size()) return JSONObject();
-  std::array<std::string_view, fieldNames.size()> names{};
-  std::size_t count = 0;
-  for (Field field : caseFields) names[count++] = fieldNames[field];
-  return DocumentRules::unknownMembers(object, std::span(names.data(), count));
-}
-
 }  // namespace
 
 CapFace CapFace::label(std::string text) { return {Label{std::move(text)}, {}}; }
@@ -140,20 +127,21 @@ CapFace CapFace::limited(bool clean) const {
 }
 
 JSONValue CapFace::json() const {
-  JSONObject object = extras;
-  object.set("type", JSONValue(faceTypes[value.index()].name));
+  // Members in ascending key order, "type" last.
+  std::vector<JSONObject::Member> own;
   std::visit(Overloaded{
-                 [&](const Label& face) { object.set("text", face.text); },
-                 [&](const Text& face) { object.set("text", face.text); },
-                 [&](const Symbol& face) { object.set("symbol", face.symbol); },
+                 [&](const Label& face) { own.emplace_back("text", face.text); },
+                 [&](const Text& face) { own.emplace_back("text", face.text); },
+                 [&](const Symbol& face) { own.emplace_back("symbol", face.symbol); },
                  [&](const SymbolCaption& face) {
-                   object.set("symbol", face.symbol);
-                   object.set("caption", face.caption);
+                   own.emplace_back("caption", face.caption);
+                   own.emplace_back("symbol", face.symbol);
                  },
-                 [&](const AppIcon& face) { object.set("bundleID", face.bundleID); },
+                 [&](const AppIcon& face) { own.emplace_back("bundleID", face.bundleID); },
              },
              value);
-  return object;
+  own.emplace_back("type", JSONValue(faceTypes[value.index()].name));
+  return DocumentRules::recordObject(extras, std::move(own));
 }
 
 std::expected<CapFace, LayerError> CapFace::fromJSON(const JSONValue& json, std::int64_t& removed) {
@@ -167,7 +155,8 @@ std::expected<CapFace, LayerError> CapFace::fromJSON(const JSONValue& json, std:
     if (faceType.name != *type) continue;
     Read value = faceType.read(fields, removed);
     if (!value) return std::unexpected(value.error());
-    return CapFace{std::move(*value), unknownMembers(*object, fields, faceType.fields)};
+    return CapFace{std::move(*value),
+                   DocumentRules::unknownMembers(*object, fields, faceType.fields, fieldNames)};
   }
   return std::unexpected(LayerError::badKey());
 }

@@ -145,6 +145,14 @@ JSONObject DocumentRules::unknownMembers(const JSONObject& object,
   return JSONObject(std::move(unknown));
 }
 
+JSONObject DocumentRules::recordObject(const JSONObject& extras,
+                                       std::vector<JSONObject::Member> own) {
+  if (extras.empty()) return JSONObject(std::move(own));
+  JSONObject object = extras;
+  for (auto& [key, value] : own) object.set(std::move(key), std::move(value));
+  return object;
+}
+
 std::string DocumentRules::printed(const JSONValue& document) {
   if (auto text = document.encoded()) return std::move(*text);
   return finiteCopy(document).encoded().value_or(std::string());

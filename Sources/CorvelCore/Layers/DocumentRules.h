@@ -4,12 +4,14 @@
 // record's members and keeping the unknown ones, and printing a document.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "CorvelCore/Keyboard/KeyID.h"
 #include "CorvelCore/Theme/JSONValue.h"
@@ -40,6 +42,29 @@ struct DocumentRules {
   // record's reader keeps as its extras. Allocates nothing when there are none.
   [[nodiscard]] static JSONObject unknownMembers(const JSONObject& object,
                                                  std::span<const std::string_view> known);
+
+  // The members of one case of a record (an action, a face) that the case
+  // does not read, given which of the record's fields were found: none, at
+  // no cost, when every member was one of the case's own.
+  template <class Field, std::size_t N>
+  [[nodiscard]] static JSONObject unknownMembers(
+      const JSONObject& object, const std::array<const JSONValue*, N>& found,
+      std::span<const Field> caseFields, const std::array<std::string_view, N>& fieldNames) {
+    std::size_t present = 0;
+    for (Field field : caseFields) present += found[field] != nullptr ? 1 : 0;
+    if (present == object.size()) return JSONObject();
+    std::array<std::string_view, N> names{};
+    std::size_t count = 0;
+    for (Field field : caseFields) names[count++] = fieldNames[field];
+    return unknownMembers(object, std::span<const std::string_view>(names.data(), count));
+  }
+
+  // A record's JSON object: its kept `extras` with its own members set over
+  // them. `own` comes in ascending key order, so that a record without
+  // extras (nearly all) becomes its object without a search or an insertion
+  // per member.
+  [[nodiscard]] static JSONObject recordObject(const JSONObject& extras,
+                                               std::vector<JSONObject::Member> own);
 
   // The document printed pretty with sorted keys and "/" unescaped; a number
   // JSON cannot hold (only code can put one there) is printed as null.

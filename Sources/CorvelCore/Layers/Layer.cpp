@@ -157,18 +157,24 @@ JSONValue Layer::json() const {
   const JSONObject* keptEntries = keptKeys == nullptr ? nullptr : keptKeys->asObject();
   // A "keys" of the wrong type stays as it was while the layer holds no keys.
   if (!keys.empty() || keptKeys == nullptr || keptEntries != nullptr) {
+    // Keys in the order of their identifiers, so that the object is built
+    // without sorting its members.
+    std::vector<std::pair<std::string_view, const LayerKey*>> held;
+    held.reserve(keys.size());
+    for (const auto& [key, entry] : keys) held.emplace_back(keyInfo(key).identifier, &entry);
+    std::sort(held.begin(), held.end());
     std::vector<JSONObject::Member> members;
-    members.reserve(keys.size() + (keptEntries == nullptr ? 0 : keptEntries->size()));
-    for (const auto& [key, entry] : keys) {
-      members.emplace_back(std::string(keyInfo(key).identifier), entry.json());
+    members.reserve(keys.size());
+    for (const auto& [identifier, entry] : held) {
+      members.emplace_back(std::string(identifier), entry->json());
     }
+    JSONObject written(std::move(members));
     if (keptEntries != nullptr) {
       for (const auto& [keyName, entry] : *keptEntries) {
-        const std::optional<KeyID> key = DocumentRules::keyNamed(keyName);
-        if (!key || !keys.contains(*key)) members.emplace_back(keyName, entry);
+        if (!written.contains(keyName)) written.set(keyName, entry);
       }
     }
-    object.set("keys", JSONObject(std::move(members)));
+    object.set("keys", std::move(written));
   }
   return object;
 }

@@ -4,10 +4,12 @@
 #include <span>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "CorvelCore/Keyboard/KeyID.h"
 #include "CorvelCore/Layers/DocumentRules.h"
 #include "CorvelCore/Layers/LayerNames.h"
+#include "CorvelCore/TextLimits/TextLimits.h"
 
 namespace corvel {
 namespace {
@@ -61,6 +63,12 @@ const std::string* optionalTextOf(const Fields& fields, Field field, JSONObject&
   return nullptr;
 }
 
+// The name an app goes by when none was given: its bundle identifier, kept to
+// a name's length so that writing it and reading it again changes nothing.
+std::string fallbackName(const std::string& bundleID) {
+  return TextLimits::cut(bundleID, LayerAction::maxNameLength);
+}
+
 Read readOpenApp(const Fields& fields, JSONObject& kept, std::int64_t& removed) {
   const std::string* bundleID = textOf(fields, bundleIDField);
   if (bundleID == nullptr || !LayerNames::isBundleID(*bundleID)) {
@@ -70,7 +78,7 @@ Read readOpenApp(const Fields& fields, JSONObject& kept, std::int64_t& removed) 
   if (const std::string* given = optionalTextOf(fields, nameField, kept)) {
     name = DocumentRules::cleanedAndCut(*given, LayerAction::maxNameLength, removed);
   }
-  if (name.empty()) name = *bundleID;
+  if (name.empty()) name = fallbackName(*bundleID);
   return LayerAction::OpenApp{*bundleID, std::move(name)};
 }
 
@@ -135,20 +143,6 @@ constexpr std::array<ActionType, std::variant_size_v<LayerAction::Value>> action
     {"showSymbol", readShowSymbol, showSymbolFields},
 }};
 
-// The members of the action that its case does not read. When every member
-// was found under one of the case's names there are none, and the object
-// need not be searched again.
-JSONObject unknownMembers(const JSONObject& object, const Fields& found,
-                          std::span<const Field> caseFields) {
-  std::size_t present = 0;
-  for (Field field : caseFields) present += found[field] != nullptr ? 1 : 0;
-  if (present == object.size()) return JSONObject();
-  std::array<std::string_view, fieldNames.size()> names{};
-  std::size_t count = 0;
-  for (Field field : caseFields) names[count++] = fieldNames[field];
-  return DocumentRules::unknownMembers(object, std::span(names.data(), count));
-}
-
 }  // namespace
 
 LayerAction LayerAction::openApp(std::string bundleID, std::string name) {
@@ -161,18 +155,18 @@ LayerAction LayerAction::showSymbol(std::string name, std::optional<std::string>
 }
 
 JSONValue LayerAction::json() const {
-  JSONObject object = extras;
-  object.set("type", JSONValue(actionTypes[value.index()].name));
+  // Members in ascending key order, "type" last.
+  std::vector<JSONObject::Member> own;
   std::visit(Overloaded{
                  [&](const OpenApp& action) {
-                   object.set("bundleID", action.bundleID);
+                   own.emplace_back("bundleID", action.bundleID);
                    // A name this version could not read survives while the
                    // app still goes by the fallback it was given instead.
-                   if (action.name != action.bundleID || !extras.contains("name")) {
-                     object.set("name", action.name);
+                   if (action.name != fallbackName(action.bundleID) || !extras.contains("name")) {
+                     own.emplace_back("name", action.name);
                    }
                  },
-                 [&](const TypeText& action) { object.set("text", action.text); },
+                 [&](const TypeText& action) { own.emplace_back("text", action.text); },
                  [&](const SendShortcut& action) {
                    JSONArray names;
                    for (KeyModifier modifier : writtenModifierOrder) {
@@ -180,16 +174,17 @@ JSONValue LayerAction::json() const {
                        names.emplace_back(rawValue(modifier));
                      }
                    }
-                   object.set("modifiers", std::move(names));
-                   object.set("key", JSONValue(keyInfo(action.combo.key).identifier));
+                   own.emplace_back("key", JSONValue(keyInfo(action.combo.key).identifier));
+                   own.emplace_back("modifiers", std::move(names));
                  },
                  [&](const ShowSymbol& action) {
-                   object.set("name", action.name);
-                   if (action.caption) object.set("caption", *action.caption);
+                   if (action.caption) own.emplace_back("caption", *action.caption);
+                   own.emplace_back("name", action.name);
                  },
              },
              value);
-  return object;
+  own.emplace_back("type", JSONValue(actionTypes[value.index()].name));
+  return DocumentRules::recordObject(extras, std::move(own));
 }
 
 std::expected<LayerAction, LayerError> LayerAction::fromJSON(const JSONValue& json,
@@ -205,7 +200,8 @@ std::expected<LayerAction, LayerError> LayerAction::fromJSON(const JSONValue& js
     JSONObject kept;
     Read value = actionType.read(fields, kept, removed);
     if (!value) return std::unexpected(value.error());
-    JSONObject extras = unknownMembers(*object, fields, actionType.fields);
+    JSONObject extras =
+        DocumentRules::unknownMembers(*object, fields, actionType.fields, fieldNames);
     for (const auto& [key, member] : kept) extras.set(key, member);
     return LayerAction{std::move(*value), std::move(extras)};
   }

@@ -3,11 +3,20 @@
 #include <unordered_set>
 #include <utility>
 
+#include "CorvelCore/Brand/Brand.h"
 #include "CorvelCore/Layers/DocumentRules.h"
 #include "CorvelCore/Theme/JSONObjectReader.h"
 
 namespace corvel {
 namespace {
+
+// The file types are named after the app that owns them.
+constexpr bool isTypeOf(std::string_view identifier, std::string_view bundleID) {
+  return identifier.size() == bundleID.size() + 6 && identifier.starts_with(bundleID) &&
+         identifier.ends_with(".layer");
+}
+static_assert(isTypeOf(LayerCodec::typeIdentifier, Brand::bundleID));
+static_assert(isTypeOf(LayerCodec::legacyTypeIdentifier, Brand::earlierBundleID));
 
 constexpr std::string_view versionKey = "version";
 constexpr std::string_view layersKey = "layers";

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <utility>
+#include <vector>
 
 #include "CorvelCore/Layers/DocumentRules.h"
 #include "CorvelCore/TextLimits/TextLimits.h"
@@ -103,11 +104,12 @@ std::optional<std::string> LayerKey::shownCaption(const AppName& name,
 }
 
 JSONValue LayerKey::json() const {
-  JSONObject object = extras;
-  object.set("action", action.json());
-  if (display) object.set("display", display->json());
-  if (caption) object.set("caption", *caption);
-  return object;
+  // Members in ascending key order.
+  std::vector<JSONObject::Member> own;
+  own.emplace_back("action", action.json());
+  if (caption) own.emplace_back("caption", *caption);
+  if (display) own.emplace_back("display", display->json());
+  return DocumentRules::recordObject(extras, std::move(own));
 }
 
 std::expected<LayerKey, LayerError> LayerKey::fromJSON(const JSONValue& json,

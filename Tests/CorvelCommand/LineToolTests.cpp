@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "Command/TestWorld.h"
+#include "CorvelCommand/TestWorld.h"
+#include "CorvelCommand/HandOverWait.h"
 #include "CorvelCore/Automation/CommandLineInterface.h"
 
 namespace corvel {
@@ -41,6 +42,43 @@ TEST(LineToolTest, SendsOneLinkAndMapsTheReport) {
     } else {
       EXPECT_TRUE(test.handOvers.empty());
     }
+  }
+}
+
+// The whole not-delivered path: the driver, the bounded wait, and an opener
+// that reports an error or never reports at all, on a clock the test runs.
+TEST(LineToolTest, AnAppThatDoesNotTakeTheLinkEndsInStatusFive) {
+  struct Case {
+    const char* name;
+    std::optional<bool> reportsError;  // none: never reports
+    double secondsWaited;
+  };
+  const Case cases[] = {{"reports an error", true, 0.0}, {"never reports", std::nullopt, 5.0}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    HandOverWait::Clock::time_point clock{};
+    const auto start = clock;
+    TestWorld test;
+    test.app = "/Applications/Quillon.app";
+    ToolWorld world = test.world();
+    world.handOver = [&](const std::string& link, const std::string& app) {
+      return HandOverWait::run(
+          link, app,
+          [&](const std::string&, const std::string&, const HandOverWait::Report& report) {
+            if (c.reportsError) report(*c.reportsError);
+          },
+          [&](double slice) {
+            clock += std::chrono::duration_cast<HandOverWait::Clock::duration>(
+                std::chrono::duration<double>(slice));
+          },
+          [&] { return clock; });
+    };
+    EXPECT_EQ(LineTool::run(std::vector<std::string>{"hide"}, world), 5);
+    EXPECT_EQ(test.err,
+              "Quillon did not take the command within 5 seconds. Open Quillon, then try again.\n");
+    const double waited = std::chrono::duration<double>(clock - start).count();
+    EXPECT_GE(waited, c.secondsWaited);
+    EXPECT_LE(waited, c.secondsWaited + HandOverWait::sliceSeconds + 1e-9);
   }
 }
 
