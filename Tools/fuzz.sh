@@ -6,6 +6,10 @@
 #
 #   Tools/fuzz.sh [SECONDS] [TARGET...]   default: 60 seconds each, every target
 #
+# FUZZ_SEED and FUZZ_RUNS make a run repeatable: the same seed, the same
+# number of inputs and an empty corpus give the same inputs on every machine
+# (SECONDS then only guards against a slow one).
+#
 # New inputs found go to build-fuzz/corpus/TARGET (the seeds in Fuzz/corpus
 # stay as they are). A found input becomes a case of the regression tests.
 set -euo pipefail
@@ -52,6 +56,8 @@ for target in "${targets[@]}"; do
   mkdir -p "$corpus" "$artifacts" "$(dirname "$log")"
   dict=()
   [[ -f Fuzz/$target.dict ]] && dict=(-dict="Fuzz/$target.dict")
+  [[ -n ${FUZZ_SEED:-} ]] && dict+=(-seed="$FUZZ_SEED")
+  [[ -n ${FUZZ_RUNS:-} ]] && dict+=(-runs="$FUZZ_RUNS")
   echo "== $target: $seconds s" >&2
   if "$build/$target" "$corpus" "Fuzz/corpus/$target" "${dict[@]}" \
       -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
