@@ -20,19 +20,7 @@ shift || true
 
 # Clang 16 and its fuzzing runtime, on top of what every build needs.
 PACKAGES=(clang-16 libclang-rt-16-dev libfuzzer-16-dev)
-./dev setup
-missing=()
-for p in "${PACKAGES[@]}"; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "ok installed" || missing+=("$p")
-done
-if ((${#missing[@]} > 0)); then
-  sudo=()
-  [[ $(id -u) -ne 0 ]] && sudo=(sudo)
-  echo "Installing: ${missing[*]}" >&2
-  "${sudo[@]}" apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends \
-    "${missing[@]}" >&2
-fi
+./dev setup "${PACKAGES[@]}"
 
 targets=("$@")
 if ((${#targets[@]} == 0)); then
