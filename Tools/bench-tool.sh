@@ -12,19 +12,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 PACKAGES=(jq hyperfine time python3)
-./dev setup
-missing=()
-for p in "${PACKAGES[@]}"; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "ok installed" || missing+=("$p")
-done
-if ((${#missing[@]} > 0)); then
-  sudo=()
-  [[ $(id -u) -ne 0 ]] && sudo=(sudo)
-  echo "Installing: ${missing[*]}" >&2
-  "${sudo[@]}" apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends \
-    "${missing[@]}" >&2
-fi
+./dev setup "${PACKAGES[@]}"
 
 build=build-release
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DQUILLON_TESTS=OFF -DQUILLON_BENCHMARKS=OFF \

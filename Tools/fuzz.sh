@@ -6,6 +6,10 @@
 #
 #   Tools/fuzz.sh [SECONDS] [TARGET...]   default: 60 seconds each, every target
 #
+# FUZZ_SEED and FUZZ_RUNS make a run repeatable: the same seed, the same
+# number of inputs and an empty corpus give the same inputs on every machine
+# (SECONDS then only guards against a slow one).
+#
 # New inputs found go to build-fuzz/corpus/TARGET (the seeds in Fuzz/corpus
 # stay as they are). A found input becomes a case of the regression tests.
 set -euo pipefail
@@ -16,19 +20,7 @@ shift || true
 
 # Clang 16 and its fuzzing runtime, on top of what every build needs.
 PACKAGES=(clang-16 libclang-rt-16-dev libfuzzer-16-dev)
-./dev setup
-missing=()
-for p in "${PACKAGES[@]}"; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "ok installed" || missing+=("$p")
-done
-if ((${#missing[@]} > 0)); then
-  sudo=()
-  [[ $(id -u) -ne 0 ]] && sudo=(sudo)
-  echo "Installing: ${missing[*]}" >&2
-  "${sudo[@]}" apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends \
-    "${missing[@]}" >&2
-fi
+./dev setup "${PACKAGES[@]}"
 
 targets=("$@")
 if ((${#targets[@]} == 0)); then
@@ -52,6 +44,8 @@ for target in "${targets[@]}"; do
   mkdir -p "$corpus" "$artifacts" "$(dirname "$log")"
   dict=()
   [[ -f Fuzz/$target.dict ]] && dict=(-dict="Fuzz/$target.dict")
+  [[ -n ${FUZZ_SEED:-} ]] && dict+=(-seed="$FUZZ_SEED")
+  [[ -n ${FUZZ_RUNS:-} ]] && dict+=(-runs="$FUZZ_RUNS")
   echo "== $target: $seconds s" >&2
   if "$build/$target" "$corpus" "Fuzz/corpus/$target" "${dict[@]}" \
       -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \

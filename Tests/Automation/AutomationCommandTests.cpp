@@ -75,17 +75,17 @@ TEST(AutomationCommandTest, FitsLinkAtExactlyTheLimit) {
   std::string emoji = "\xF0\x9F\x98\x80";
   std::string full;
   for (int i = 0; i < 120; ++i) full += emoji;
-  TemporaryLayerSpec spec;
+  TemporaryLayerSpec layer;
   for (char key = 'a'; key < 'a' + 11; ++key)
-    spec.keys.emplace(std::string(1, key), KeyAssignment::text(full));
+    layer.keys.emplace(std::string(1, key), KeyAssignment::text(full));
   std::string last(8, 'x');
   for (int i = 0; i < 40; ++i) last += emoji;
-  spec.keys.emplace("l", KeyAssignment::text(last));
-  auto fits = AutomationCommand::layerShow(spec, std::nullopt);
+  layer.keys.emplace("l", KeyAssignment::text(last));
+  auto fits = AutomationCommand::layerShow(layer, std::nullopt);
   ASSERT_EQ(fits.link().size(), AutomationCommand::maxURLBytes);
   EXPECT_TRUE(fits.fitsLink());
-  spec.keys.insert_or_assign("l", KeyAssignment::text(last + "x"));
-  EXPECT_FALSE(AutomationCommand::layerShow(spec, std::nullopt).fitsLink());
+  layer.keys.insert_or_assign("l", KeyAssignment::text(last + "x"));
+  EXPECT_FALSE(AutomationCommand::layerShow(layer, std::nullopt).fitsLink());
 }
 
 TEST(AutomationCommandTest, ShownLayerFollowsKeysAndFill) {

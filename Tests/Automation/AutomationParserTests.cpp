@@ -322,11 +322,11 @@ class CommandGenerator {
                                             maybe() ? std::optional(options()) : std::nullopt);
       }
       case 6: {
-        StoredLayerSpec spec{trigger(),    optionalText(), optionalBundleID(),
+        StoredLayerSpec layer{trigger(),    optionalText(), optionalBundleID(),
                              std::nullopt, std::nullopt,   keys()};
-        if (maybe()) spec.holdDelay = std::uniform_real_distribution<double>(0, 5)(random_);
-        if (maybe()) spec.fill = static_cast<FillMode>(pick(3));
-        return AutomationCommand::layerStore(spec);
+        if (maybe()) layer.holdDelay = std::uniform_real_distribution<double>(0, 5)(random_);
+        if (maybe()) layer.fill = static_cast<FillMode>(pick(3));
+        return AutomationCommand::layerStore(layer);
       }
       case 7: {
         KeyChanges changes;

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "CorvelCommand/TestWorld.h"
 #include "CorvelCommand/HandOverWait.h"
+#include "CorvelCommand/TestWorld.h"
 #include "CorvelCore/Automation/CommandLineInterface.h"
 
 namespace corvel {

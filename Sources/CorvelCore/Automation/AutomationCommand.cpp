@@ -151,15 +151,15 @@ void writeQuery(QueryWriter& writer, const AutomationCommand::Case& value) {
     writer.item("name", theme->name);
   } else if (const auto* layerShow = std::get_if<Command::LayerShow>(&value)) {
     if (layerShow->options) writeOptions(writer, *layerShow->options);
-    writeLayer(writer, layerShow->spec);
+    writeLayer(writer, layerShow->layer);
   } else if (const auto* store = std::get_if<Command::LayerStore>(&value)) {
-    const StoredLayerSpec& spec = store->spec;
-    writer.item("modifiers", TriggerText::format(spec.trigger));
-    writeOptional(writer, "name", spec.name);
-    writeOptional(writer, "app", spec.appScope);
-    if (spec.holdDelay) writer.number("holdDelay", *spec.holdDelay);
-    if (spec.fill) writer.item("fill", rawValue(*spec.fill));
-    writeKeys(writer, spec.keys);
+    const StoredLayerSpec& layer = store->layer;
+    writer.item("modifiers", TriggerText::format(layer.trigger));
+    writeOptional(writer, "name", layer.name);
+    writeOptional(writer, "app", layer.appScope);
+    if (layer.holdDelay) writer.number("holdDelay", *layer.holdDelay);
+    if (layer.fill) writer.item("fill", rawValue(*layer.fill));
+    writeKeys(writer, layer.keys);
   } else if (const auto* edit = std::get_if<Command::LayerEdit>(&value)) {
     writeSelector(writer, edit->selector);
     for (const auto& [key, change] : edit->changes) {
@@ -216,10 +216,10 @@ AutomationCommand AutomationCommand::toggle(ShowOptions options,
   return AutomationCommand(Toggle{std::move(options), std::move(layer)});
 }
 
-AutomationCommand AutomationCommand::layerShow(TemporaryLayerSpec spec,
+AutomationCommand AutomationCommand::layerShow(TemporaryLayerSpec layer,
                                                std::optional<ShowOptions> options) {
   if (options && options->isEmpty()) options.reset();
-  return AutomationCommand(LayerShow{std::move(spec), std::move(options)});
+  return AutomationCommand(LayerShow{std::move(layer), std::move(options)});
 }
 
 std::string_view AutomationCommand::verb() const { return caseVerbs[value_.index()]; }
@@ -240,8 +240,8 @@ std::set<std::string> AutomationCommand::appsNamed() const {
   if (const auto* toggle = as<Toggle>(); toggle && toggle->layer) {
     addApps(apps, toggle->layer->keys);
   }
-  if (const auto* layerShow = as<LayerShow>()) addApps(apps, layerShow->spec.keys);
-  if (const auto* store = as<LayerStore>()) addApps(apps, store->spec.keys);
+  if (const auto* layerShow = as<LayerShow>()) addApps(apps, layerShow->layer.keys);
+  if (const auto* store = as<LayerStore>()) addApps(apps, store->layer.keys);
   if (const auto* edit = as<LayerEdit>()) {
     for (const auto& [key, change] : edit->changes) {
       if (!change) continue;

@@ -87,12 +87,12 @@ class AutomationCommand {
     friend bool operator==(const Theme&, const Theme&) = default;
   };
   struct LayerShow {
-    TemporaryLayerSpec spec;
+    TemporaryLayerSpec layer;
     std::optional<ShowOptions> options;
     friend bool operator==(const LayerShow&, const LayerShow&) = default;
   };
   struct LayerStore {
-    StoredLayerSpec spec;
+    StoredLayerSpec layer;
     friend bool operator==(const LayerStore&, const LayerStore&) = default;
   };
   struct LayerEdit {
@@ -173,10 +173,10 @@ class AutomationCommand {
     return AutomationCommand(Theme{std::move(name)});
   }
   // Options that set nothing are kept as no options, the way a link reads back.
-  [[nodiscard]] static AutomationCommand layerShow(TemporaryLayerSpec spec,
+  [[nodiscard]] static AutomationCommand layerShow(TemporaryLayerSpec layer,
                                                    std::optional<ShowOptions> options);
-  [[nodiscard]] static AutomationCommand layerStore(StoredLayerSpec spec) {
-    return AutomationCommand(LayerStore{std::move(spec)});
+  [[nodiscard]] static AutomationCommand layerStore(StoredLayerSpec layer) {
+    return AutomationCommand(LayerStore{std::move(layer)});
   }
   [[nodiscard]] static AutomationCommand layerEdit(LayerSelector selector, KeyChanges changes) {
     return AutomationCommand(LayerEdit{std::move(selector), std::move(changes)});

@@ -111,27 +111,27 @@ Result buildTheme(const AutomationParameters& parameters) {
 Result buildLayerReset(const AutomationParameters&) { return AutomationCommand::layerReset(); }
 
 Result buildLayerStore(const AutomationParameters& parameters) {
-  StoredLayerSpec spec;
+  StoredLayerSpec layer;
   auto trigger = parameters.trigger("modifiers");
   if (!trigger) return std::unexpected(trigger.error());
   if (!*trigger) return std::unexpected(AutomationError::missing("modifiers"));
-  spec.trigger = std::move(**trigger);
+  layer.trigger = std::move(**trigger);
   auto name = parameters.name("name");
   if (!name) return std::unexpected(name.error());
-  spec.name = std::move(*name);
+  layer.name = std::move(*name);
   auto app = parameters.bundleID("app");
   if (!app) return std::unexpected(app.error());
-  spec.appScope = std::move(*app);
+  layer.appScope = std::move(*app);
   auto holdDelay = parameters.number("holdDelay", {0, 5});
   if (!holdDelay) return std::unexpected(holdDelay.error());
-  spec.holdDelay = *holdDelay;
+  layer.holdDelay = *holdDelay;
   auto fill = parameters.fill();
   if (!fill) return std::unexpected(fill.error());
-  spec.fill = *fill;
+  layer.fill = *fill;
   auto keys = parameters.assignments();
   if (!keys) return std::unexpected(keys.error());
-  spec.keys = std::move(*keys);
-  return AutomationCommand::layerStore(std::move(spec));
+  layer.keys = std::move(*keys);
+  return AutomationCommand::layerStore(std::move(layer));
 }
 
 Result buildLayerEdit(const AutomationParameters& parameters) {
