@@ -1,7 +1,13 @@
 #include "CorvelCore/Layers/LayerCodec.h"
 
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <system_error>
+#include <thread>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "CorvelCore/Brand/Brand.h"
 #include "CorvelCore/Layers/DocumentRules.h"
@@ -49,7 +55,8 @@ struct ElementReader {
     if (sink.restart) sink.restart();
   }
 
-  void read(JSONValue element) {
+  // Moves `element` away only when it is kept in `unparsed`.
+  void read(JSONValue& element) {
     auto layer = Layer::fromJSON(element);
     if (!layer) {
       ++unreadable;
@@ -63,6 +70,113 @@ struct ElementReader {
   }
 };
 
+// Hands the elements of a large file to an ElementReader on a second
+// thread, so that layers are made from one part of the file while the
+// parser reads the next. Elements go over in batches, in file order, and at
+// most a few batches wait at a time, so the file is still never held whole.
+// Read batches come back to be freed here: memory is best given back by
+// the thread that took it, as the allocator then never has to share its
+// pools between threads. Without a second thread (none can be started) the
+// elements are read here.
+class ElementPipe {
+ public:
+  explicit ElementPipe(ElementReader& reader) : reader_(reader) {
+    try {
+      worker_ = std::thread([this] { work(); });
+    } catch (const std::system_error&) {
+      // Read on this thread instead.
+    }
+  }
+  ElementPipe(const ElementPipe&) = delete;
+  ElementPipe& operator=(const ElementPipe&) = delete;
+  ~ElementPipe() { finish(); }
+
+  void restart() {
+    send();
+    filling_.restart = true;
+  }
+
+  void read(JSONValue element) {
+    filling_.elements.push_back(std::move(element));
+    if (filling_.elements.size() == batchSize) send();
+  }
+
+  // Every element handed over has been read once this returns.
+  void finish() {
+    send();
+    if (!worker_.joinable()) return;
+    {
+      const std::lock_guard lock(mutex_);
+      finished_ = true;
+    }
+    changed_.notify_all();
+    worker_.join();
+    spent_.clear();
+  }
+
+ private:
+  struct Batch {
+    // The file starts its "layers" over before these elements.
+    bool restart = false;
+    std::vector<JSONValue> elements;
+  };
+  static constexpr std::size_t batchSize = 32;
+  static constexpr std::size_t mostWaiting = 8;
+
+  void send() {
+    if (!filling_.restart && filling_.elements.empty()) return;
+    Batch batch = std::exchange(filling_, Batch());
+    filling_.elements.reserve(batchSize);
+    if (!worker_.joinable()) {
+      take(batch);
+      return;
+    }
+    std::deque<Batch> spent;
+    {
+      std::unique_lock lock(mutex_);
+      changed_.wait(lock, [this] { return waiting_.size() < mostWaiting; });
+      waiting_.push_back(std::move(batch));
+      spent.swap(spent_);
+    }
+    changed_.notify_all();
+  }
+
+  void work() {
+    while (true) {
+      Batch batch;
+      {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [this] { return finished_ || !waiting_.empty(); });
+        if (waiting_.empty()) return;
+        batch = std::move(waiting_.front());
+        waiting_.pop_front();
+      }
+      changed_.notify_all();
+      take(batch);
+      const std::lock_guard lock(mutex_);
+      spent_.push_back(std::move(batch));
+    }
+  }
+
+  void take(Batch& batch) {
+    if (batch.restart) reader_.restart();
+    for (JSONValue& element : batch.elements) reader_.read(element);
+  }
+
+  ElementReader& reader_;
+  Batch filling_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::deque<Batch> waiting_;
+  // Read, to be freed by the thread that made them.
+  std::deque<Batch> spent_;
+  bool finished_ = false;
+  std::thread worker_;
+};
+
+// Below this size a file is read faster than a second thread starts.
+constexpr std::size_t pipedFileBytes = 1'048'576;
+
 }  // namespace
 
 std::expected<LayerFile, LayerError> LayerCodec::decodeFile(std::string_view data) {
@@ -71,6 +185,8 @@ std::expected<LayerFile, LayerError> LayerCodec::decodeFile(std::string_view dat
   std::string text;
   text.reserve(data.size() + JSONValue::readPadding);
   text.assign(data);
+  text.append(JSONValue::readPadding, '\0');
+  text.resize(data.size());
   std::vector<Layer> layers;
   auto file = decodeFile(
       text, {[&] { layers.clear(); }, [&](Layer layer) { layers.push_back(std::move(layer)); }});
@@ -88,10 +204,16 @@ std::expected<LayerFile, LayerError> LayerCodec::decodeFile(const std::string& d
   // known only at the end.
   LayerFile file;
   ElementReader elements{sink, file.unparsed};
-  const JSONValue::StreamedArray layers{
-      layersKey, [&] { elements.restart(); },
-      [&](JSONValue element) { elements.read(std::move(element)); }};
-  auto parsed = JSONValue::decode(data, layers);
+  std::expected<JSONValue, JSONError> parsed;
+  if (data.size() < pipedFileBytes) {
+    parsed = JSONValue::decode(data, {layersKey, [&] { elements.restart(); },
+                                      [&](JSONValue element) { elements.read(element); }});
+  } else {
+    ElementPipe pipe(elements);
+    parsed = JSONValue::decode(data, {layersKey, [&] { pipe.restart(); },
+                                      [&](JSONValue element) { pipe.read(std::move(element)); }});
+    pipe.finish();
+  }
   if (!parsed || !parsed->isObject()) return std::unexpected(LayerError::notJSON());
   JSONObject& root = *parsed->asObject();
 

@@ -62,8 +62,11 @@ struct LayerCodec {
   // `decodeFile` for reading a large file once, such as for a listing: each
   // layer is handed to `sink` as soon as it is read instead of kept, so the
   // file is never held whole. Returns the rest of the file (no layers); the
-  // layers handed over count only when it is not an error.
-  // A `data` with JSONValue::readPadding of room after it is read in place.
+  // layers handed over count only when it is not an error. From 1 MiB on,
+  // layers are made on a second thread while the text is parsed, so `sink`
+  // may be called there: one call at a time, in file order, and never after
+  // this returns. A `data` with JSONValue::readPadding of room after it is
+  // read in place.
   [[nodiscard]] static std::expected<LayerFile, LayerError> decodeFile(const std::string& data,
                                                                        const LayerSink& sink);
 
