@@ -77,6 +77,20 @@ std::vector<FolderFile> filesIn(const std::string& folder,
   return files;
 }
 
+// The app's layers file: missing, or its bytes (nothing when it cannot be
+// read).
+struct LayersData {
+  bool missing = false;
+  std::optional<std::string> bytes;
+};
+
+LayersData layersData(const ToolWorld& world) {
+  const std::string path = inFolder(world.supportFolder, "Layers.json");
+  struct stat info {};
+  if (::lstat(path.c_str(), &info) != 0 && errno == ENOENT) return {true, std::nullopt};
+  return {false, LineTool::read(path, LayerCodec::maxFileBytes, true)};
+}
+
 struct LayersRead {
   bool unreadable = false;
   std::vector<Layer> layers;
@@ -85,12 +99,10 @@ struct LayersRead {
 // The app's layers: none when there is no file, unreadable when there is one
 // that cannot be read or decoded.
 LayersRead readLayers(const ToolWorld& world) {
-  const std::string path = inFolder(world.supportFolder, "Layers.json");
-  struct stat info {};
-  if (::lstat(path.c_str(), &info) != 0 && errno == ENOENT) return {};
-  auto data = LineTool::read(path, LayerCodec::maxFileBytes, true);
-  if (!data) return {true, {}};
-  auto file = LayerCodec::decodeFile(*data);
+  const LayersData data = layersData(world);
+  if (data.missing) return {};
+  if (!data.bytes) return {true, {}};
+  auto file = LayerCodec::decodeFile(*data.bytes);
   if (!file) return {true, {}};
   return {false, std::move(file->layers)};
 }
@@ -211,12 +223,14 @@ struct Driver {
   }
 
   std::int32_t operator()(const CommandLineAction::ListLayers& list) const {
-    LayersRead read = readLayers(world);
-    if (read.unreadable) {
-      return refuse(world, CommandLineInterface::layersUnreadable(), Exit::fileProblem);
-    }
-    const auto rows = AutomationListings::rows(read.layers);
-    line(world.out, list.json ? AutomationListings::json(rows) : AutomationListings::text(rows));
+    // The rows are made while the file is read: a listing never holds all
+    // the layers of a large file.
+    const LayersData data = layersData(world);
+    auto rows = data.missing  ? std::expected<std::vector<LayerRow>, LayerError>()
+                : !data.bytes ? std::unexpected(LayerError::notJSON())
+                              : AutomationListings::layerRows(*data.bytes);
+    if (!rows) return refuse(world, CommandLineInterface::layersUnreadable(), Exit::fileProblem);
+    line(world.out, list.json ? AutomationListings::json(*rows) : AutomationListings::text(*rows));
     return status(Exit::done);
   }
 
@@ -360,13 +374,19 @@ std::optional<std::string> LineTool::read(const std::string& path, std::size_t m
     // Read up to one byte past the limit, so a file that grew since fstat is
     // still caught as too large.
     std::string buffer;
-    buffer.resize(std::min<std::size_t>(static_cast<std::size_t>(info.st_size), max) + 1);
+    const std::size_t expected = std::min<std::size_t>(static_cast<std::size_t>(info.st_size), max);
+    buffer.reserve(expected + 1 + JSONValue::readPadding);
+    // Room the file's bytes then fill; not cleared first, as they overwrite it.
+    const auto grow = [&buffer](std::size_t size) {
+      buffer.resize_and_overwrite(size, [](char*, std::size_t room) { return room; });
+    };
+    grow(expected + 1);
     std::size_t filled = 0;
     bool failed = false;
     while (true) {
       if (filled == buffer.size()) {
         if (buffer.size() > max) break;
-        buffer.resize(std::min(buffer.size() * 2, max + 1));
+        grow(std::min(buffer.size() * 2, max + 1));
       }
       const ssize_t count = ::read(fd, buffer.data() + filled, buffer.size() - filled);
       if (count < 0 && errno == EINTR) continue;
@@ -378,6 +398,9 @@ std::optional<std::string> LineTool::read(const std::string& path, std::size_t m
       filled += static_cast<std::size_t>(count);
     }
     if (!failed && filled <= max) {
+      // Zeroed room after the bytes lets the JSON reader read them in place.
+      buffer.resize(filled);
+      buffer.append(JSONValue::readPadding, '\0');
       buffer.resize(filled);
       bytes = std::move(buffer);
     }

@@ -21,7 +21,8 @@ struct LineTool {
 
   // The bytes of the regular file at `path`, or nothing when it is not a
   // regular file, cannot be opened or read, or holds more than `max` bytes.
-  // `followLinks` false refuses a final symbolic link.
+  // `followLinks` false refuses a final symbolic link. The bytes come with
+  // JSONValue::readPadding of room after them, so JSON is read in place.
   [[nodiscard]] static std::optional<std::string> read(const std::string& path, std::size_t max,
                                                        bool followLinks);
 };

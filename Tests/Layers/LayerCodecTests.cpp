@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <string>
+#include <vector>
 
 namespace corvel {
 namespace {
@@ -174,6 +176,76 @@ TEST(LayerCodecTests, damagedFilesNeverCrashTheReader) {
   }
   const std::string deep = R"({"layers":[)" + std::string(600, '[') + std::string(600, ']') + "]}";
   EXPECT_EQ(LayerCodec::decodeFile(deep).error(), LayerError::notJSON());
+}
+
+// The elements of a "layers" array large enough to be read on two threads:
+// layer N is named "N"; every 97th element cannot be read and every 89th
+// repeats the id of the one before it.
+struct LargeLayers {
+  std::string elements;
+  std::vector<std::string> keptNames;
+  std::size_t unparsed = 0;
+};
+
+LargeLayers largeLayers(int count) {
+  LargeLayers large;
+  char id[40];
+  for (int n = 0; n < count; ++n) {
+    if (n > 0) large.elements += ",\n";
+    if (n % 97 == 96) {
+      large.elements += R"({"id": "not an id"})";
+      ++large.unparsed;
+      continue;
+    }
+    const bool repeated = n % 89 == 88 && (n - 1) % 97 != 96;
+    std::snprintf(id, sizeof id, "00000000-0000-4000-8000-%012d", repeated ? n - 1 : n);
+    large.elements += R"({"id": ")" + std::string(id) + R"(", "name": ")" + std::to_string(n) +
+                      R"(", "trigger": {"parts": [{"modifier": "option", "side": "left"}]},
+      "keys": {"keyA": {"action": {"type": "typeText", "text": "Kind regards"}}}})";
+    if (repeated) {
+      ++large.unparsed;
+    } else {
+      large.keptNames.push_back(std::to_string(n));
+    }
+  }
+  return large;
+}
+
+std::vector<std::string> namesOf(const LayerFile& file) {
+  std::vector<std::string> names;
+  for (const Layer& layer : file.layers) names.push_back(layer.name);
+  return names;
+}
+
+// A large file is read while it is parsed, on a second thread: what it
+// reads must not differ from reading a small one in any way.
+TEST(LayerCodecTests, largeFilesReadAsSmallOnesDo) {
+  const LargeLayers large = largeLayers(6000);
+  const std::string small = R"({"id": "00000000-0000-4000-8000-000000000001", "name": "small",
+      "trigger": {"parts": [{"modifier": "fn", "side": "either"}]}})";
+  const std::string file = R"({"version": 1, "layers": [)" + large.elements + "]}";
+  ASSERT_GT(file.size(), 1'048'576u);
+
+  auto read = LayerCodec::decodeFile(file);
+  ASSERT_TRUE(read.has_value());
+  EXPECT_EQ(namesOf(*read), large.keptNames);
+  EXPECT_EQ(read->unparsed.size(), large.unparsed);
+
+  // Only the last of repeated "layers" counts, large or small.
+  read = LayerCodec::decodeFile(R"({"layers": [)" + large.elements + R"(], "layers": [)" + small +
+                                "]}");
+  ASSERT_TRUE(read.has_value());
+  EXPECT_EQ(namesOf(*read), std::vector<std::string>{"small"});
+  EXPECT_TRUE(read->unparsed.empty());
+  read = LayerCodec::decodeFile(R"({"layers": [)" + small + R"(], "layers": [)" + large.elements +
+                                "]}");
+  ASSERT_TRUE(read.has_value());
+  EXPECT_EQ(namesOf(*read), large.keptNames);
+
+  // A fault after the last layer spoils the whole file.
+  EXPECT_EQ(LayerCodec::decodeFile(file.substr(0, file.size() - 1)).error(), LayerError::notJSON());
+  EXPECT_EQ(LayerCodec::decodeFile(file.substr(0, file.size() - 1) + "]").error(),
+            LayerError::notJSON());
 }
 
 }  // namespace

@@ -35,22 +35,32 @@ std::string encodedArray(JSONArray array) {
   return JSONValue(std::move(array)).encoded().value_or("[]");
 }
 
+LayerRow row(const Layer& layer) {
+  return {layer.name,        TriggerText::format(layer.trigger),
+          layer.appScope,    layer.enabled,
+          layer.needsReview, static_cast<std::int64_t>(layer.keys.size())};
+}
+
 }  // namespace
 
 std::vector<LayerRow> AutomationListings::layers(const std::optional<std::string>& data) {
   if (!data) return {};
-  auto file = LayerCodec::decodeFile(*data);
-  if (!file) return {};
-  return rows(file->layers);
+  return layerRows(*data).value_or(std::vector<LayerRow>());
+}
+
+std::expected<std::vector<LayerRow>, LayerError> AutomationListings::layerRows(
+    const std::string& data) {
+  std::vector<LayerRow> out;
+  auto file = LayerCodec::decodeFile(
+      data, {[&] { out.clear(); }, [&](Layer layer) { out.push_back(row(layer)); }});
+  if (!file) return std::unexpected(file.error());
+  return out;
 }
 
 std::vector<LayerRow> AutomationListings::rows(std::span<const Layer> layers) {
   std::vector<LayerRow> out;
   out.reserve(layers.size());
-  for (const Layer& layer : layers) {
-    out.push_back({layer.name, TriggerText::format(layer.trigger), layer.appScope, layer.enabled,
-                   layer.needsReview, static_cast<std::int64_t>(layer.keys.size())});
-  }
+  for (const Layer& layer : layers) out.push_back(row(layer));
   return out;
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <expected>
 #include <optional>
 #include <span>
 #include <string>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "CorvelCore/Layers/Layer.h"
+#include "CorvelCore/Layers/LayerError.h"
 #include "CorvelCore/Sheets/SheetOverrides.h"
 #include "CorvelCore/Theme/Theme.h"
 
@@ -47,6 +49,12 @@ struct AutomationListings {
   // The rows of a layers file's readable layers, in file order; none for no
   // data or data that does not decode.
   [[nodiscard]] static std::vector<LayerRow> layers(const std::optional<std::string>& data);
+  // The rows of a layers file's readable layers, in file order, made while
+  // the file is read so that its layers are never all held; the file's
+  // error when it does not decode. `data` with JSONValue::readPadding of
+  // room after it is read in place.
+  [[nodiscard]] static std::expected<std::vector<LayerRow>, LayerError> layerRows(
+      const std::string& data);
   // One row per layer, in the given order.
   [[nodiscard]] static std::vector<LayerRow> rows(std::span<const Layer> layers);
   // The built-in themes first (with their family), then the user's own; the

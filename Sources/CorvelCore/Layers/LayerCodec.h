@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <expected>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -48,6 +49,26 @@ struct LayerCodec {
   // notLayers when "layers" is missing or not an array. A layer that cannot
   // be read, or repeats an earlier id, is kept unchanged in `unparsed`.
   [[nodiscard]] static std::expected<LayerFile, LayerError> decodeFile(std::string_view data);
+
+  // Takes the layers of a file one at a time, as they are read.
+  struct LayerSink {
+    // Forget the layers taken so far: the text repeats "layers", and only
+    // its last one counts.
+    std::function<void()> restart;
+    // The next layer `decodeFile` would keep, in file order.
+    std::function<void(Layer layer)> layer;
+  };
+
+  // `decodeFile` for reading a large file once, such as for a listing: each
+  // layer is handed to `sink` as soon as it is read instead of kept, so the
+  // file is never held whole. Returns the rest of the file (no layers); the
+  // layers handed over count only when it is not an error. From 1 MiB on,
+  // layers are made on a second thread while the text is parsed, so `sink`
+  // may be called there: one call at a time, in file order, and never after
+  // this returns. A `data` with JSONValue::readPadding of room after it is
+  // read in place.
+  [[nodiscard]] static std::expected<LayerFile, LayerError> decodeFile(const std::string& data,
+                                                                       const LayerSink& sink);
 
   // The layers of `decodeFile` and the number of elements left unparsed.
   [[nodiscard]] static std::expected<Decoded, LayerError> decode(std::string_view data);

@@ -17,16 +17,17 @@ void normalise(std::vector<JSONObject::Member>& members) {
     return;
   }
   std::stable_sort(members.begin(), members.end(), keyLess);
-  std::vector<JSONObject::Member> unique;
-  unique.reserve(members.size());
-  for (auto& member : members) {
-    if (!unique.empty() && unique.back().first == member.first) {
-      unique.back().second = std::move(member.second);
+  // Compacted in place: each key's last value moves onto its first slot.
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    if (kept > 0 && members[kept - 1].first == members[i].first) {
+      members[kept - 1].second = std::move(members[i].second);
     } else {
-      unique.push_back(std::move(member));
+      if (kept != i) members[kept] = std::move(members[i]);
+      ++kept;
     }
   }
-  members = std::move(unique);
+  members.erase(members.begin() + static_cast<std::ptrdiff_t>(kept), members.end());
 }
 
 std::size_t mix(std::size_t seed, std::size_t value) {
