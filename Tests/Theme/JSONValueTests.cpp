@@ -42,29 +42,10 @@ TEST(JSONValueTest, DecodesEveryCase) {
 
 TEST(JSONValueTest, RefusesMalformedText) {
   const std::string_view cases[] = {
-      "",
-      "   ",
-      "{",
-      "[1,]",
-      "{\"a\":1,}",
-      "[1] x",
-      "[1]]",
-      "{} {}",
-      "nul",
-      "tru",
-      "01",
-      "1.",
-      "'a'",
-      "\"\\x\"",
-      "\"a\nb\"",
-      "[\"\xFF\"]",
-      "\xEF\xBB\xBF{}",
-      "NaN",
-      "[1 2]",
-      "{\"a\" 1}",
-      "\"\xC0\xAF\"",
-      "\"\xED\xA0\x80\"",
-  };
+      "",      "   ",   "{",          "[1,]",        R"({"a":1,})", "\"\xED\xA0\x80\"",
+      "[1] x", "[1]]",  "{} {}",      "nul",         "tru",         "01",
+      "1.",    "'a'",   R"("\x")",    "\"a\nb\"",    "[\"\xFF\"]",  "\xEF\xBB\xBF{}",
+      "NaN",   "[1 2]", R"({"a" 1})", "\"\xC0\xAF\""};
   for (std::string_view text : cases) {
     SCOPED_TRACE(testing::PrintToString(std::string(text)));
     auto value = JSONValue::decode(text);
