@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace corvel {
 namespace {
 
@@ -123,14 +125,11 @@ TEST(AutomationCommandTest, SourcesMaySendTheirVerbs) {
 }
 
 TEST(AutomationCommandTest, NotificationNames) {
-  auto names = AutomationCommand::notificationNames();
-  ASSERT_EQ(names.size(), 17u);
-  EXPECT_EQ(names[0], "app.quillon.Quillon.show");
-  EXPECT_EQ(names[5], "app.quillon.Quillon.layer.show");
-  EXPECT_EQ(names[6], "app.quillon.Quillon.layer.reset");
-  EXPECT_EQ(names[12], "app.quillon.Quillon.clickToType");
-  EXPECT_EQ(names[13], "app.quillon.Quillon.edit");
-  EXPECT_EQ(names[16], "app.quillon.Quillon.store");
+  // Seventeen distinct names, each naming a verb; a verb's slash is a dot.
+  const auto names = AutomationCommand::notificationNames();
+  const std::set<std::string> distinct(names.begin(), names.end());
+  EXPECT_EQ(distinct.size(), 17u);
+  EXPECT_TRUE(distinct.contains("app.quillon.Quillon.layer.show"));
   for (const auto& name : names) EXPECT_TRUE(AutomationCommand::verb(name)) << name;
 
   struct Case {
@@ -160,8 +159,6 @@ TEST(AutomationCommandTest, AppsNamedAreDistinct) {
                                          {{"a", KeyAssignment::app("com.v")}, {"b", std::nullopt}})
                 .appsNamed(),
             (std::set<std::string>{"com.v"}));
-  EXPECT_EQ(AutomationCommand::tooManyAppsMessage(),
-            "A command may name at most 8 apps. Name fewer.");
 }
 
 }  // namespace

@@ -13,7 +13,6 @@
 #include <climits>
 #include <cmath>
 #include <random>
-#include <sstream>
 
 namespace corvel {
 namespace {
@@ -150,7 +149,27 @@ TEST(AutomationParserTest, ReadsLinks) {
       {"://show", error(AutomationError::unknownVerb(""))},
       {"quillon://show?name=%E0%A4", error(AutomationError::unknownVerb(""))},
       {"quillon://show?name=%C3%28", error(AutomationError::unknownVerb(""))},
-      {"quillon://sh%6Fw", show({})},
+      {"quillon://sh%6fw", show({})},
+      // Each verb passes on the refusal of each of its parameters.
+      {"quillon://profile?name=%20", bad("name")},
+      {"quillon://theme?name=%0A", bad("name")},
+      {"quillon://toggle?name=%20", bad("name")},
+      {"quillon://layer/show?width=1", bad("width")},
+      {"quillon://show?width=+-5", bad("width")},
+      {"quillon://show?position=1:y", bad("position")},
+      {"quillon://hide?fadeOutMS=+", bad("fadeOutMS")},
+      {"quillon://hide?fadeOutMS=1x", bad("fadeOutMS")},
+      {"quillon://layer/store?modifiers=cmd&name=%20", bad("name")},
+      {"quillon://layer/store?modifiers=cmd&fill=grey", bad("fill")},
+      {"quillon://layer/store?modifiers=cmd&a=s:Bad", bad("a")},
+      {"quillon://layer/edit?modifiers=nope", bad("modifiers")},
+      {"quillon://layer/edit?name=N&a=s:Bad", bad("a")},
+      {"quillon://layer/remove?modifiers=cmd&app=a%20b", bad("app")},
+      {"quillon://layer/remove?name=%20", bad("name")},
+      {"quillon://import?file=x", bad("file")},
+      {"q+1.-x://show", error(AutomationError::unknownVerb(""))},
+      {"qu!llon://show", error(AutomationError::unknownVerb(""))},
+      {"1quillon://show", error(AutomationError::unknownVerb(""))},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.link);
@@ -262,20 +281,7 @@ TEST(AutomationParserTest, RefusesWhatNoLinkCanHold) {
   EXPECT_EQ(AutomationParser::parse(link + "x"), error(AutomationError::tooLarge()));
 }
 
-TEST(AutomationParserTest, HostileLinksNeverCrash) {
-  std::mt19937 random(20240611);
-  auto bytes = [&](std::size_t count) {
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i) text.push_back(static_cast<char>(random() & 0xFF));
-    return text;
-  };
-  for (int round = 0; round < 2000; ++round) {
-    std::string link = round % 2 ? bytes(random() % 200) : "quillon://" + bytes(random() % 200);
-    auto result = AutomationParser::parse(link);
-    if (result) {
-      EXPECT_EQ(AutomationParser::parse(result->link()), result);
-    }
-  }
+TEST(AutomationParserTest, HostileLinksAreRefused) {
   std::string params;
   for (int i = 0; i < 10000; ++i) params += "&k" + std::to_string(i) + "=v";
   EXPECT_EQ(AutomationParser::parse("quillon://show?" + params),
@@ -292,11 +298,11 @@ TEST(AutomationParserTest, HostileLinksNeverCrash) {
   }
 }
 
-}  // namespace
-}  // namespace corvel
-
-namespace corvel {
-namespace {
+// What the generator glues its texts from.
+const std::string kTextPieces[] = {"a", "Zq", "&",    "=",   "|",        "?",      "#",
+                                   " ", "é",  "日本", "😀",   "👍🏽", "%",      "%41",
+                                   "+", "/",  ":",    "s:x", "-",        "text:",  "a:b.c",
+                                   "~", "@",  "\"",   "\t",  "1",        "e\u0301"};
 
 // Builds random commands whose payloads are already in the form the parser
 // gives, with texts full of the characters a link must encode.
@@ -323,7 +329,7 @@ class CommandGenerator {
       }
       case 6: {
         StoredLayerSpec layer{trigger(),    optionalText(), optionalBundleID(),
-                             std::nullopt, std::nullopt,   keys()};
+                              std::nullopt, std::nullopt,   keys()};
         if (maybe()) layer.holdDelay = std::uniform_real_distribution<double>(0, 5)(random_);
         if (maybe()) layer.fill = static_cast<FillMode>(pick(3));
         return AutomationCommand::layerStore(layer);
@@ -361,38 +367,11 @@ class CommandGenerator {
   }
 
   std::string rawText(int maxPieces) {
-    static const std::vector<std::string> pieces{"a",
-                                                 "Zq",
-                                                 "&",
-                                                 "=",
-                                                 "|",
-                                                 "?",
-                                                 "#",
-                                                 " ",
-                                                 "\xC3\xA9",
-                                                 "\xE6\x97\xA5\xE6\x9C\xAC",
-                                                 "\xF0\x9F\x98\x80",
-                                                 "\xF0\x9F\x91\x8D\xF0\x9F\x8F\xBD",
-                                                 "%",
-                                                 "%41",
-                                                 "+",
-                                                 "/",
-                                                 ":",
-                                                 "s:x",
-                                                 "-",
-                                                 "text:",
-                                                 "a:b.c",
-                                                 "~",
-                                                 "@",
-                                                 "\"",
-                                                 "\t",
-                                                 "1",
-                                                 "e\xCC\x81"};
     static const std::vector<std::string> whole{"-", "s:x", "a:com.b", "text:y", "s:x|y", "10:30"};
     if (pick(8) == 0) return whole[pick(whole.size())];
     std::string text;
     for (int i = 1 + static_cast<int>(pick(static_cast<std::size_t>(maxPieces))); i > 0; --i) {
-      text += pieces[pick(pieces.size())];
+      text += kTextPieces[pick(std::size(kTextPieces))];
     }
     return text;
   }
@@ -532,40 +511,6 @@ TEST(AutomationParserTest, EveryCommandSurvivesItsLink) {
   // The generator must reach both sides of the size limit.
   EXPECT_GT(tooLarge, 0);
   EXPECT_LT(tooLarge, 300);
-}
-
-}  // namespace
-}  // namespace corvel
-
-namespace corvel {
-namespace {
-
-TEST(AutomationParserTest, MutatedLinksNeverCrash) {
-  CommandGenerator generator(11);
-  std::mt19937 random(5);
-  const std::string_view noise = "%&=?#/:|+ \xFF\xC3";
-  for (int round = 0; round < 3000; ++round) {
-    std::string link = generator.next().link();
-    for (int edit = 0; edit < 3; ++edit) {
-      std::size_t at = random() % (link.size() + 1);
-      switch (random() % 3) {
-        case 0:
-          link.insert(at, 1, noise[random() % noise.size()]);
-          break;
-        case 1:
-          link.erase(at, 1);
-          break;
-        default:
-          link.resize(at);
-          break;
-      }
-    }
-    auto result = AutomationParser::parse(link);
-    // Whatever a damaged link reads as, it reads the same once rewritten.
-    if (result) {
-      EXPECT_EQ(AutomationParser::parse(result->link()), result) << link;
-    }
-  }
 }
 
 }  // namespace

@@ -38,15 +38,6 @@ class ExportWriterTest : public testing::Test {
   fs::path root;
 };
 
-TEST_F(ExportWriterTest, WritesANewFileAndNeverReplacesOne) {
-  const std::string target = (root / "out" / "a.quillonlayer").string();
-  ASSERT_TRUE(ExportWriter::writeNew("first", target).has_value());
-  EXPECT_EQ(read(target), "first");
-  EXPECT_EQ(ExportWriter::writeNew("second", target), std::unexpected(ExportRefusal::exists));
-  EXPECT_EQ(read(target), "first");
-  EXPECT_EQ(entriesIn(root / "out"), 1u);  // no temporary folder left behind
-}
-
 TEST_F(ExportWriterTest, UnwritableFolderIsCouldNotWrite) {
   EXPECT_EQ(ExportWriter::writeNew("x", (root / "missing" / "a.json").string()),
             std::unexpected(ExportRefusal::couldNotWrite));

@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "CorvelCommand/HandOverWait.h"
+#include "CorvelCommand/HandOver.h"
 #include "CorvelCommand/TestWorld.h"
-#include "CorvelCore/Automation/CommandLineInterface.h"
 
 namespace corvel {
 namespace {
@@ -43,53 +42,6 @@ TEST(LineToolTest, SendsOneLinkAndMapsTheReport) {
       EXPECT_TRUE(test.handOvers.empty());
     }
   }
-}
-
-// The whole not-delivered path: the driver, the bounded wait, and an opener
-// that reports an error or never reports at all, on a clock the test runs.
-TEST(LineToolTest, AnAppThatDoesNotTakeTheLinkEndsInStatusFive) {
-  struct Case {
-    const char* name;
-    std::optional<bool> reportsError;  // none: never reports
-    double secondsWaited;
-  };
-  const Case cases[] = {{"reports an error", true, 0.0}, {"never reports", std::nullopt, 5.0}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    HandOverWait::Clock::time_point clock{};
-    const auto start = clock;
-    TestWorld test;
-    test.app = "/Applications/Quillon.app";
-    ToolWorld world = test.world();
-    world.handOver = [&](const std::string& link, const std::string& app) {
-      return HandOverWait::run(
-          link, app,
-          [&](const std::string&, const std::string&, const HandOverWait::Report& report) {
-            if (c.reportsError) report(*c.reportsError);
-          },
-          [&](double slice) {
-            clock += std::chrono::duration_cast<HandOverWait::Clock::duration>(
-                std::chrono::duration<double>(slice));
-          },
-          [&] { return clock; });
-    };
-    EXPECT_EQ(LineTool::run(std::vector<std::string>{"hide"}, world), 5);
-    EXPECT_EQ(test.err,
-              "Quillon did not take the command within 5 seconds. Open Quillon, then try again.\n");
-    const double waited = std::chrono::duration<double>(clock - start).count();
-    EXPECT_GE(waited, c.secondsWaited);
-    EXPECT_LE(waited, c.secondsWaited + HandOverWait::sliceSeconds + 1e-9);
-  }
-}
-
-TEST(LineToolTest, BadCommandLineWritesMessageBlankLineAndUsage) {
-  TestWorld test;
-  EXPECT_EQ(run(test, {"layers", "store", "--modifiers", "rcmd", "--hold-delay", "-1"}), 1);
-  EXPECT_EQ(test.out, "");
-  EXPECT_EQ(test.err,
-            "--hold-delay must be a number of seconds, 0 or more. More than 5 reads as "
-            "5.\n\n" +
-                CommandLineInterface::usage() + "\n");
 }
 
 TEST(LineToolTest, VersionLineComesFromTheWorld) {

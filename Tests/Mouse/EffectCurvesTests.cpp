@@ -85,11 +85,6 @@ TEST(EffectCurvesTests, HeldOpacityWithNoTimeToFadeVanishesAfterHoldFull) {
   }
 }
 
-TEST(EffectCurvesTests, SpotlightDimColour) {
-  EXPECT_EQ(EffectCurves::spotlightDimColour.hex(), "#05080F");
-  EXPECT_EQ(EffectCurves::spotlightDimColour.a, 1);
-}
-
 TEST(EffectCurvesTests, SoftEdge) {
   const struct {
     double radius;

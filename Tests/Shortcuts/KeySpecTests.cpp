@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 
 namespace corvel {
@@ -45,30 +44,11 @@ TEST(KeySpecTests, readsAndWritesOneCanonicalText) {
 }
 
 TEST(KeySpecTests, refusesWhatIsNoShortcut) {
-  const std::string_view cases[] = {" ",
-                                    "",
-                                    "+",
-                                    "+k",
-                                    "fn",
-                                    "esc",
-                                    "cmd+",
-                                    "a  b",
-                                    "cmd++",
-                                    "k+cmd",
-                                    "a b c",
-                                    "cmd+é",
-                                    "cmd+?",
-                                    "cmd+ k",
-                                    " cmd+k",
-                                    "cmd+k ",
-                                    "keya+b",
-                                    "lcmd+k",
-                                    "cmd+\xff",
-                                    "cmd+shift",
-                                    "backspace",
-                                    "cmd\u00A0+k",
-                                    "cmd+command+k",
-                                    "ctrl+k\tctrl+s"};
+  const std::string_view cases[] = {
+      " ",      "",       "+",      "+k",       "fn",        "backspace",
+      "esc",    "cmd+",   "a  b",   "cmd++",    "k+cmd",     "cmd\u00A0+k",
+      "a b c",  "cmd+é",  "cmd+?",  "cmd+ k",   " cmd+k",    "cmd+command+k",
+      "cmd+k ", "keya+b", "lcmd+k", "cmd+\xff", "cmd+shift", "ctrl+k\tctrl+s"};
   for (std::string_view text : cases) {
     SCOPED_TRACE(std::string(text));
     EXPECT_EQ(KeySpec::parse(text), std::nullopt);
@@ -89,29 +69,6 @@ TEST(KeySpecTests, everyKeyAndModifierSetRoundTrips) {
       EXPECT_EQ(KeySpec::parse(KeySpec::format(steps)), steps);
     }
   }
-}
-
-// Texts glued from pieces the grammar cares about: no crash, and whatever
-// reads writes a text that reads back the same.
-TEST(KeySpecTests, randomTextsNeverBreakTheRoundTrip) {
-  const std::string_view pieces[] = {"cmd",  "Shift", "alt", "fn",   "+",    " ",   "k",
-                                     "plus", "F5",    "§",   "\xe2", "\x80", "%2B", "keyA"};
-  std::mt19937 random(7);
-  std::uniform_int_distribution<std::size_t> pick(0, std::size(pieces) - 1);
-  std::uniform_int_distribution<int> length(1, 8);
-  int read = 0;
-  for (int round = 0; round < 20000; ++round) {
-    std::string text;
-    for (int count = length(random); count > 0; --count) text += pieces[pick(random)];
-    const auto steps = KeySpec::parse(text);
-    if (!steps) continue;
-    ++read;
-    SCOPED_TRACE(text);
-    ASSERT_FALSE(steps->empty());
-    ASSERT_LE(steps->size(), KeySpec::maxSteps);
-    EXPECT_EQ(KeySpec::parse(KeySpec::format(*steps)), steps);
-  }
-  EXPECT_GT(read, 100);
 }
 
 }  // namespace

@@ -229,16 +229,6 @@ TEST(ThemeCodecTest, WrongTypesFallBackAndGoBackOutClampedNumbersDoNot) {
   }
 }
 
-TEST(ThemeCodecTest, AChangedFieldIsNotRestored) {
-  auto theme = ThemeCodec::decode(R"({"name":"T","caps":{"gap":"wide","radius":"round"}})");
-  ASSERT_TRUE(theme.has_value());
-  theme->caps.gap = 6;
-  EXPECT_EQ(written(*theme, "caps.gap"), JSONValue(6));
-  EXPECT_EQ(written(*theme, "caps.radius"), JSONValue("round"));
-  theme->caps.radius = 10;
-  EXPECT_EQ(written(*theme, "caps.radius"), JSONValue(10));
-}
-
 TEST(ThemeCodecTest, FillsReadAndWriteInTheirFourForms) {
   const ThemeColor black = hex("#000"), white = hex("#fff");
   struct Case {
