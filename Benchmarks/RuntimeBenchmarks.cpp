@@ -110,7 +110,7 @@ std::vector<LayerRoute> sixtyFourRoutes() {
                            static_cast<Side>(random.next(3)));
       }
     }
-    route.trigger = LayerTrigger(std::move(parts));
+    route.trigger = LayerTrigger(parts);
     route.holdDelay = 0.2;
     for (int k = 0; k < 12; ++k) route.keyCodes.insert(letterCodes[random.next(26)]);
     route.keyCodes.insert(arrowLeft);

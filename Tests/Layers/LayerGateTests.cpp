@@ -27,7 +27,7 @@ constexpr std::int64_t ownTag = 0x51554C4E;
 
 UUID layerID(std::uint8_t n) { return UUID({n, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, n}); }
 
-LayerTrigger chord(std::vector<TriggerPart> parts) { return LayerTrigger(std::move(parts)); }
+LayerTrigger chord(const std::vector<TriggerPart>& parts) { return LayerTrigger(parts); }
 
 // What one event must come to: run by the layer at `layer`, pass or swallow.
 struct Expect {

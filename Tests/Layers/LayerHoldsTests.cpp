@@ -15,8 +15,8 @@ constexpr std::uint64_t ms = 1'000'000;
 
 UUID layerID(std::uint8_t n) { return UUID({n, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}); }
 
-LayerArming arming(std::uint8_t n, std::vector<TriggerPart> parts, double delay) {
-  return {layerID(n), LayerTrigger(std::move(parts)), delay};
+LayerArming arming(std::uint8_t n, const std::vector<TriggerPart>& parts, double delay) {
+  return {layerID(n), LayerTrigger(parts), delay};
 }
 
 TEST(LayerHoldsTests, DelayInNanoseconds) {

@@ -52,7 +52,7 @@ std::expected<std::vector<LayerRow>, LayerError> AutomationListings::layerRows(
     const std::string& data) {
   std::vector<LayerRow> out;
   auto file = LayerCodec::decodeFile(
-      data, {[&] { out.clear(); }, [&](Layer layer) { out.push_back(row(layer)); }});
+      data, {[&] { out.clear(); }, [&](const Layer& layer) { out.push_back(row(layer)); }});
   if (!file) return std::unexpected(file.error());
   return out;
 }

@@ -655,6 +655,7 @@ std::expected<CommandLineAction, AutomationError> CommandLineInterface::parse(
   std::string name = words.front();
   if (!row->sub.empty()) {
     std::vector<std::string_view> choices;
+    choices.reserve(matches.size());
     for (const auto* candidate : matches) choices.push_back(candidate->sub);
     if (words.size() < 2) return std::unexpected(needsOneOf(words.front(), choices, std::nullopt));
     const std::string sub = lowercasedASCII(words[1]);

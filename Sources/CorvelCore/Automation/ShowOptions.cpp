@@ -14,12 +14,12 @@ std::expected<ShowOptions, AutomationError> ShowOptions::read(
   ShowOptions options;
   auto position = parameters.position();
   if (!position) return std::unexpected(position.error());
-  options.position = std::move(*position);
+  options.position = *position;
   // A point given as "x:y" takes the place of any "position".
   if (const std::string* point = parameters.raw("x:y")) {
     auto read = AutomationParameters::point(ParameterText::trimBlanksAndLineBreaks(*point));
     if (!read) return std::unexpected(AutomationError::badValue("x:y"));
-    options.position = std::move(*read);
+    options.position = *read;
   }
   auto width = parameters.number("width", widthRange);
   if (!width) return std::unexpected(width.error());

@@ -70,7 +70,7 @@ std::optional<LayerTrigger> TriggerText::parse(std::string_view text) {
     if (separator == std::string::npos) break;
     start = separator + 1;
   }
-  return LayerTrigger(std::move(parts));
+  return LayerTrigger(parts);
 }
 
 std::string TriggerText::format(const LayerTrigger& trigger) {

@@ -79,7 +79,7 @@ std::string TriggerPart::title() const {
   return text;
 }
 
-LayerTrigger::LayerTrigger(std::vector<TriggerPart> parts) {
+LayerTrigger::LayerTrigger(const std::vector<TriggerPart>& parts) {
   parts_.reserve(parts.size());
   for (const TriggerPart& given : parts) {
     if (!isKnown(given)) continue;
@@ -249,7 +249,7 @@ std::optional<LayerTrigger> LayerTrigger::fromJSON(const JSONValue& value) {
     }
     parts.emplace_back(*modifier, side);
   }
-  return LayerTrigger(std::move(parts));
+  return LayerTrigger(parts);
 }
 
 }  // namespace corvel

@@ -127,7 +127,7 @@ class LayerTrigger {
   LayerTrigger() = default;
   // Puts the parts into normal form; parts with values outside the
   // enumerations are dropped.
-  explicit LayerTrigger(std::vector<TriggerPart> parts);
+  explicit LayerTrigger(const std::vector<TriggerPart>& parts);
 
   [[nodiscard]] const std::vector<TriggerPart>& parts() const { return parts_; }
   [[nodiscard]] bool empty() const { return parts_.empty(); }

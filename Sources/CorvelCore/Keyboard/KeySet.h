@@ -38,7 +38,8 @@ class KeySet {
   }
   [[nodiscard]] constexpr bool empty() const { return words_[0] == 0 && words_[1] == 0; }
   [[nodiscard]] constexpr std::size_t size() const {
-    return static_cast<std::size_t>(std::popcount(words_[0]) + std::popcount(words_[1]));
+    return static_cast<std::size_t>(std::popcount(words_[0])) +
+           static_cast<std::size_t>(std::popcount(words_[1]));
   }
 
   friend constexpr bool operator==(const KeySet&, const KeySet&) = default;
