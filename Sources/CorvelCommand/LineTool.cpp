@@ -27,10 +27,26 @@ constexpr std::int32_t status(Exit exit) { return static_cast<std::int32_t>(exit
 // its theme.
 constexpr std::string_view kOverlaySettingsKey = "overlay.v1";
 
-void line(const std::function<void(std::string_view)>& stream, std::string_view text) {
+ToolWorld::Written line(const std::function<ToolWorld::Written(std::string_view)>& stream,
+                        std::string_view text) {
   std::string out(text);
   out.push_back('\n');
-  stream(out);
+  return stream(out);
+}
+
+// Prints one result line; a script must learn when it did not arrive, while
+// a reader that stopped reading (`| head -1`) is answered quietly.
+std::int32_t say(const ToolWorld& world, std::string_view text) {
+  switch (line(world.out, text)) {
+    case ToolWorld::Written::all:
+      return status(Exit::done);
+    case ToolWorld::Written::readerGone:
+      return status(Exit::fileProblem);
+    case ToolWorld::Written::failed:
+      (void)line(world.err, CommandLineInterface::outputUnwritable());
+      return status(Exit::fileProblem);
+  }
+  return status(Exit::fileProblem);
 }
 
 std::string inFolder(std::string_view folder, std::string_view name) {
@@ -177,7 +193,7 @@ std::optional<std::string> themeInUse(const ToolWorld& world) {
 }
 
 std::int32_t refuse(const ToolWorld& world, std::string_view message, Exit exit) {
-  line(world.err, message);
+  (void)line(world.err, message);
   return status(exit);
 }
 
@@ -187,8 +203,7 @@ std::int32_t writeExport(const ToolWorld& world, ExportKind kind, const std::str
     return refuse(world, CommandLineInterface::message(written.error(), kind, named),
                   Exit::fileProblem);
   }
-  line(world.out, CommandLineInterface::exported(kind, what, path));
-  return status(Exit::done);
+  return say(world, CommandLineInterface::exported(kind, what, path));
 }
 
 std::optional<std::string> checkedTarget(const ToolWorld& world, ExportKind kind,
@@ -212,14 +227,12 @@ struct Driver {
   const ToolWorld& world;
 
   std::int32_t operator()(const CommandLineAction::Version&) const {
-    line(world.out,
-         CommandLineInterface::versionLine(world.version.shortVersion, world.version.build));
-    return status(Exit::done);
+    return say(world,
+               CommandLineInterface::versionLine(world.version.shortVersion, world.version.build));
   }
 
   std::int32_t operator()(const CommandLineAction::Help& help) const {
-    line(world.out, CommandLineInterface::help(help.topic));
-    return status(Exit::done);
+    return say(world, CommandLineInterface::help(help.topic));
   }
 
   std::int32_t operator()(const CommandLineAction::ListLayers& list) const {
@@ -230,21 +243,19 @@ struct Driver {
                 : !data.bytes ? std::unexpected(LayerError::notJSON())
                               : AutomationListings::layerRows(*data.bytes);
     if (!rows) return refuse(world, CommandLineInterface::layersUnreadable(), Exit::fileProblem);
-    line(world.out, list.json ? AutomationListings::json(*rows) : AutomationListings::text(*rows));
-    return status(Exit::done);
+    return say(world,
+               list.json ? AutomationListings::json(*rows) : AutomationListings::text(*rows));
   }
 
   std::int32_t operator()(const CommandLineAction::ListThemes& list) const {
     const auto rows =
         AutomationListings::themes(BuiltInThemes::all(), readOwnThemes(world), themeInUse(world));
-    line(world.out, list.json ? AutomationListings::json(rows) : AutomationListings::text(rows));
-    return status(Exit::done);
+    return say(world, list.json ? AutomationListings::json(rows) : AutomationListings::text(rows));
   }
 
   std::int32_t operator()(const CommandLineAction::ListSheets& list) const {
     const auto rows = AutomationListings::rows(readSheets(world));
-    line(world.out, list.json ? AutomationListings::json(rows) : AutomationListings::text(rows));
-    return status(Exit::done);
+    return say(world, list.json ? AutomationListings::json(rows) : AutomationListings::text(rows));
   }
 
   std::int32_t operator()(const CommandLineAction::ExportLayers& request) const {
@@ -355,8 +366,8 @@ struct Driver {
 std::int32_t LineTool::run(std::span<const std::string> arguments, const ToolWorld& world) {
   auto action = CommandLineInterface::parse(arguments, world.currentDirectory, world.resolveApp);
   if (!action) {
-    world.err(CommandLineInterface::message(action.error()) + "\n\n" +
-              CommandLineInterface::usage() + "\n");
+    (void)world.err(CommandLineInterface::message(action.error()) + "\n\n" +
+                    CommandLineInterface::usage() + "\n");
     return status(Exit::badArguments);
   }
   return std::visit(Driver{world}, action->value());
@@ -364,7 +375,9 @@ std::int32_t LineTool::run(std::span<const std::string> arguments, const ToolWor
 
 std::optional<std::string> LineTool::read(const std::string& path, std::size_t max,
                                           bool followLinks) {
-  const int flags = O_RDONLY | O_CLOEXEC | (followLinks ? 0 : O_NOFOLLOW);
+  // Without blocking: opening a FIFO or a device must not wait for a writer;
+  // anything but a regular file is refused right after.
+  const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | (followLinks ? 0 : O_NOFOLLOW);
   const int fd = ::open(path.c_str(), flags);
   if (fd < 0) return std::nullopt;
   std::optional<std::string> bytes;

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
@@ -9,9 +10,12 @@
 namespace corvel {
 namespace {
 
-void write(std::FILE* stream, std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stream);
-  std::fflush(stream);
+ToolWorld::Written write(std::FILE* stream, std::string_view text) {
+  const std::size_t written = std::fwrite(text.data(), 1, text.size(), stream);
+  if (std::fflush(stream) == 0 && written == text.size()) return ToolWorld::Written::all;
+  const bool readerGone = errno == EPIPE;
+  std::clearerr(stream);
+  return readerGone ? ToolWorld::Written::readerGone : ToolWorld::Written::failed;
 }
 
 }  // namespace
@@ -27,8 +31,8 @@ ToolWorld LiveTool::world() {
   world.handOver = &LiveTool::handOver;
   world.now = [] { return ToolWorld::Clock::now(); };
   world.version = version();
-  world.out = [](std::string_view text) { write(stdout, text); };
-  world.err = [](std::string_view text) { write(stderr, text); };
+  world.out = [](std::string_view text) { return write(stdout, text); };
+  world.err = [](std::string_view text) { return write(stderr, text); };
   return world;
 }
 

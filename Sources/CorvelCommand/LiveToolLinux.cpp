@@ -6,9 +6,8 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 
+#include "CorvelCommand/LineTool.h"
 #include "CorvelCommand/LiveTool.h"
 #include "CorvelCore/Brand/Brand.h"
 
@@ -43,14 +42,9 @@ std::string LiveTool::supportFolder() {
 std::optional<JSONValue> LiveTool::preference(std::string_view key) {
   const std::string path = xdgFolder("XDG_CONFIG_HOME", ".config") + "/" +
                            std::string(Brand::supportFolderName) + "/Preferences.json";
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return std::nullopt;
-  std::string text(kMaxPreferencesBytes + 1, '\0');
-  in.read(text.data(), static_cast<std::streamsize>(text.size()));
-  const auto size = static_cast<std::size_t>(in.gcount());
-  if (size > kMaxPreferencesBytes) return std::nullopt;
-  text.resize(size);
-  auto document = JSONValue::decode(text);
+  const std::optional<std::string> text = LineTool::read(path, kMaxPreferencesBytes, true);
+  if (!text) return std::nullopt;
+  auto document = JSONValue::decode(*text);
   if (!document || !document->isObject()) return std::nullopt;
   const JSONValue* value = document->asObject()->find(key);
   if (value == nullptr) return std::nullopt;

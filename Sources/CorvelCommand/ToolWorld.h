@@ -40,9 +40,14 @@ struct ToolWorld {
   // The current date and time.
   std::function<Clock::time_point()> now;
   Version version;
-  // Standard output and standard error; each call writes its text as it is.
-  std::function<void(std::string_view)> out;
-  std::function<void(std::string_view)> err;
+  // How one write to standard output or error went: all of it written, the
+  // reader went away (a pipe closed early, as `| head -1` does), or it
+  // failed (a full disk, a stream that cannot be written).
+  enum class Written { all, readerGone, failed };
+  // Standard output and standard error; each call writes its text as it is
+  // and makes it reach the stream before it returns.
+  std::function<Written(std::string_view)> out;
+  std::function<Written(std::string_view)> err;
 };
 
 }  // namespace corvel

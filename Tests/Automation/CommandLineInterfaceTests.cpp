@@ -8,11 +8,16 @@
 namespace corvel {
 namespace {
 
-// Apps this imaginary Mac has: one Google Chrome, two copies of Sticky Notes.
-// Names shaped like bundle identifiers ("Safari") are never looked up.
+// Apps this imaginary Mac has: one Google Chrome, one Safari, two copies of
+// Sticky Notes and two apps named Twin. Dotted bundle identifiers are never
+// looked up.
 AppMatch resolve(std::string_view name) {
+  if (name.find('.') != std::string_view::npos && !name.ends_with(".app")) {
+    ADD_FAILURE() << "looked up " << name;
+  }
   if (name == "Google Chrome" || name == "Safari.app") return AppMatch::one("com.google.Chrome");
-  if (name == "Sticky Notes") return AppMatch::several();
+  if (name == "Safari") return AppMatch::one("com.apple.Safari");
+  if (name == "Sticky Notes" || name == "Twin") return AppMatch::several();
   return AppMatch::none();
 }
 
@@ -73,6 +78,11 @@ TEST(CommandLineInterfaceTest, RefusalsSayExactlyWhatWasWrong) {
        "Quillon could not find an app named \u201CNo Such App\u201D on this Mac. Give --for-app "
        "its "
        "bundle id, such as com.apple.Safari."},
+      {{"show", "--app", "a=Twin"},
+       "More than one app on this Mac is named \u201CTwin\u201D. Give --app its bundle id, such "
+       "as com.apple.Safari."},
+      {{"layers", "store", "--modifiers", "rcmd", "--for-app", "a.b", "--for-app", "c.d"},
+       "--for-app must be an app's bundle id, such as com.apple.Safari, or its name."},
       {{"show", "-k", "s=a:No Such.app"},
        "Quillon could not find an app named \u201CNo Such.app\u201D on this Mac. Give -k its "
        "bundle "
@@ -142,10 +152,14 @@ TEST(CommandLineInterfaceTest, ReadsCommandsIntoActions) {
        sent("quillon://layer/store?modifiers=rcmd&name=Work")},
       {{"show", "--position", "Bottom Right", "--width", "5000", "--text", "a=Hi & bye"},
        sent("quillon://show?position=bottomRight&width=4000&a=Hi%20%26%20bye")},
-      {{"show", "--app", "s=Google Chrome", "-k", "h=app:Safari.app", "--app", "c=Safari",
+      {{"show", "--app", "s=Google Chrome", "-k", "h=app:Safari.app", "--app", "c=Camino",
         "--symtext", "f=magnifyingglass|Find"},
-       sent("quillon://show?c=a:Safari&f=s:magnifyingglass%7CFind&h=a:com.google.Chrome&s=a:com."
+       sent("quillon://show?c=a:Camino&f=s:magnifyingglass%7CFind&h=a:com.google.Chrome&s=a:com."
             "google.Chrome")},
+      {{"show", "--app", "s=Safari", "-k", "t=a:Safari", "-k", "a=A:com.x.y"},
+       sent("quillon://show?a=A:com.x.y&s=a:com.apple.Safari&t=a:com.apple.Safari")},
+      {{"layers", "store", "--modifiers", "rcmd", "--for-app", "org.example.App"},
+       sent("quillon://layer/store?app=org.example.App&modifiers=rcmd")},
       {{"layers", "edit", "--name", "W", "--unset-key", "Esc"},
        sent("quillon://layer/edit?name=W&escape=-")},
       {{"layers", "import", "x.QUILLONLAYER"},

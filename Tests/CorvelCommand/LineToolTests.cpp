@@ -1,5 +1,7 @@
 #include "CorvelCommand/LineTool.h"
 
+#include <sys/stat.h>
+
 #include <gtest/gtest.h>
 
 #include "CorvelCommand/HandOver.h"
@@ -82,6 +84,10 @@ TEST(LineToolTest, ReadRefusesWhatIsNotARegularFileWithinTheLimit) {
   EXPECT_EQ(LineTool::read(folder + "/link", 5, false), std::nullopt);
   EXPECT_EQ(LineTool::read(folder, 5, true), std::nullopt);
   EXPECT_EQ(LineTool::read(folder + "/missing", 5, true), std::nullopt);
+  ASSERT_EQ(::mkfifo((folder + "/fifo").c_str(), 0600), 0);
+  EXPECT_EQ(LineTool::read(folder + "/fifo", 5, true), std::nullopt);  // returns at once
+  EXPECT_EQ(LineTool::read("/dev/zero", 5, true), std::nullopt);
+  std::remove((folder + "/fifo").c_str());
   std::remove((folder + "/link").c_str());
   std::remove(file.c_str());
   ::rmdir(folder.c_str());

@@ -21,6 +21,7 @@ struct TestWorld {
   std::optional<JSONValue> overlaySettings;
   ToolWorld::Clock::time_point clock{};
   std::string supportFolder = "/nonexistent/support";
+  ToolWorld::Written outWritten = ToolWorld::Written::all;  // how writes to standard output go
 
   // What the driver did.
   std::string out;
@@ -53,8 +54,14 @@ struct TestWorld {
       return *handOverResult;
     };
     world.now = [this] { return clock; };
-    world.out = [this](std::string_view text) { out += text; };
-    world.err = [this](std::string_view text) { err += text; };
+    world.out = [this](std::string_view text) {
+      if (outWritten == ToolWorld::Written::all) out += text;
+      return outWritten;
+    };
+    world.err = [this](std::string_view text) {
+      err += text;
+      return ToolWorld::Written::all;
+    };
     return world;
   }
 };

@@ -2,7 +2,9 @@
 // files in the support folder, and exact output and exit codes compared.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -55,9 +57,10 @@ class QuillonTest : public testing::Test {
     return finish(pid, ".out", ".err");
   }
 
-  // Starts quillon without waiting; its output goes to the two files named.
+  // Starts quillon without waiting; its output goes to the two files named,
+  // or standard output to `outFd` when one is given.
   pid_t start(const std::vector<std::string>& arguments, const std::string& outName,
-              const std::string& errName) {
+              const std::string& errName, int outFd = -1) {
     fs::create_directories(home / "work");
     const fs::path out = home / outName;
     const fs::path err = home / errName;
@@ -78,7 +81,12 @@ class QuillonTest : public testing::Test {
     envp.push_back(nullptr);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    if (outFd >= 0) {
+      posix_spawn_file_actions_adddup2(&actions, outFd, 1);
+    } else {
+      posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                       0644);
+    }
     posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     posix_spawn_file_actions_addchdir_np(&actions, (home / "work").c_str());
     pid_t pid = -1;
@@ -182,10 +190,50 @@ TEST_F(QuillonTest, HelpVersionAndRefusals) {
   }
 }
 
+// Output that does not arrive is reported, so a script learns of it; a
+// reader that stopped reading is not.
+TEST_F(QuillonTest, OutputThatCannotBeWritten) {
+  const std::vector<std::vector<std::string>> commands = {
+      {"themes", "list"}, {"themes", "list", "--json"}, {"help"}, {"version"}, {"layers", "list"}};
+  const int full = ::open("/dev/full", O_WRONLY | O_CLOEXEC);
+  ASSERT_GE(full, 0);
+  for (const auto& arguments : commands) {
+    SCOPED_TRACE(testing::PrintToString(arguments));
+    const Outcome run = finish(start(arguments, ".out", ".err", full), ".out", ".err");
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.err,
+              "quillon could not write its output: check that where it goes can be written to "
+              "and has room.\n");
+  }
+  ::close(full);
+
+  // A pipe whose reader is gone: the tool ends quietly, killed by SIGPIPE as
+  // every filter is, or, where SIGPIPE is ignored, with status 3.
+  for (const bool ignored : {false, true}) {
+    SCOPED_TRACE(ignored ? "SIGPIPE ignored" : "SIGPIPE as it is");
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    ::close(ends[0]);
+    const auto previous = ::signal(SIGPIPE, ignored ? SIG_IGN : SIG_DFL);
+    const pid_t pid = start({"themes", "list"}, ".out", ".err", ends[1]);
+    ::signal(SIGPIPE, previous);
+    ::close(ends[1]);
+    int status = 0;
+    ASSERT_EQ(::waitpid(pid, &status, 0), pid);
+    if (ignored) {
+      EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 3) << status;
+    } else {
+      EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGPIPE) << status;
+    }
+    EXPECT_EQ(slurp(home / ".err"), "");
+  }
+}
+
 TEST_F(QuillonTest, ImportsAreCheckedBeforeAnythingElse) {
   spit(home / "work" / "junk.quillontheme", "not json");
   spit(home / "work" / "empty.quillonlayer", R"({"version":1,"layers":[]})");
   spit(home / "work" / "big.quillonsheet", std::string(1048577, ' '));
+  ASSERT_EQ(::mkfifo((home / "work" / "fifo.quillontheme").c_str(), 0600), 0);
   struct Case {
     std::vector<std::string> arguments;
     std::string err;
@@ -201,6 +249,8 @@ TEST_F(QuillonTest, ImportsAreCheckedBeforeAnythingElse) {
        "That file could not be read. Check its name, and that it is a file.\n"},
       {{"layers", "import", "."},  // a folder is no file
        ""},
+      {{"themes", "import", "fifo.quillontheme"},  // never waits for a writer
+       "That file could not be read. Check its name, and that it is a file.\n"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(testing::PrintToString(c.arguments));
@@ -249,11 +299,16 @@ TEST_F(QuillonTest, ListsLayers) {
   EXPECT_EQ(supportSnapshot(), before);
   spit(support / "Layers.json", "{ damaged");
   const Outcome damaged = quillon({"layers", "list"});
-  EXPECT_EQ(damaged.status, 3);
-  EXPECT_EQ(damaged.out, "");
-  EXPECT_EQ(damaged.err,
-            "Quillon's layers file could not be read, so nothing was listed or exported. Open "
-            "Quillon's Settings, Layers, to see why.\n");
+  fs::remove(support / "Layers.json");
+  ASSERT_EQ(::mkfifo((support / "Layers.json").c_str(), 0600), 0);
+  const Outcome fifo = quillon({"layers", "list"});
+  for (const Outcome& run : {damaged, fifo}) {
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err,
+              "Quillon's layers file could not be read, so nothing was listed or exported. Open "
+              "Quillon's Settings, Layers, to see why.\n");
+  }
 }
 
 TEST_F(QuillonTest, ListsThemesAndSheets) {

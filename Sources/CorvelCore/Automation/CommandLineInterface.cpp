@@ -8,6 +8,7 @@
 
 #include "CorvelCore/Automation/AutomationParser.h"
 #include "CorvelCore/Automation/ExportPath.h"
+#include "CorvelCore/Automation/KeyAssignment.h"
 #include "CorvelCore/Automation/KeyName.h"
 #include "CorvelCore/Brand/Brand.h"
 #include "CorvelCore/Layers/LayerNames.h"
@@ -287,6 +288,9 @@ AutomationError flagMissing(const FlagWord& flag) {
 
 struct Reading {
   std::vector<AutomationPair> pairs;
+  // The option word typed for each link parameter, so a refusal of the
+  // parameter names what the user wrote.
+  std::vector<std::pair<std::string_view, std::string_view>> typedWords;
   std::vector<std::string> plain;
   bool json = false;
   std::optional<std::string> file;
@@ -347,10 +351,12 @@ struct Reader {
           using Kind = std::decay_t<decltype(kind)>;
           if constexpr (std::is_same_v<Kind, Option::Value>) {
             reading.pairs.emplace_back(std::string(kind.parameter), std::string(value));
+            reading.typedWords.emplace_back(kind.parameter, word);
           } else if constexpr (std::is_same_v<Kind, Option::App>) {
             auto id = appValue(word, value);
             if (!id) return std::unexpected(id.error());
             reading.pairs.emplace_back(std::string(kind.parameter), *id);
+            reading.typedWords.emplace_back(kind.parameter, word);
           } else if constexpr (std::is_same_v<Kind, Option::Key>) {
             auto pair = keyValue(word, value);
             if (!pair) return std::unexpected(pair.error());
@@ -364,16 +370,12 @@ struct Reader {
           } else if constexpr (std::is_same_v<Kind, Option::RawKey>) {
             auto pair = keyValue(word, value);
             if (!pair) return std::unexpected(pair.error());
-            std::string_view written = pair->second;
-            const std::size_t colon = written.find(':');
-            const std::string prefix =
-                colon == std::string_view::npos ? "" : lowercasedASCII(written.substr(0, colon));
-            if (prefix == "a" || prefix == "app") {
-              auto id = appValue(word, written.substr(colon + 1));
+            if (const auto app = KeyAssignment::appPart(pair->second)) {
+              auto id = appValue(word, *app);
               if (!id) return std::unexpected(id.error());
               reading.pairs.emplace_back(pair->first, "a:" + *id);
             } else {
-              reading.pairs.emplace_back(pair->first, std::string(written));
+              reading.pairs.emplace_back(pair->first, std::move(pair->second));
             }
           } else if constexpr (std::is_same_v<Kind, Option::UnsetKey>) {
             auto canonical = KeyName::canonical(value);
@@ -439,10 +441,23 @@ struct Reader {
 
 // ---- Building actions ----
 
+// A bad value of a parameter the user gave through an option is refused
+// naming the option word as typed.
+AutomationError reworded(AutomationError error, const Reading& reading) {
+  const auto* bad = error.as<AutomationError::BadValue>();
+  if (bad == nullptr) return error;
+  for (const auto& [parameter, word] : reading.typedWords) {
+    if (parameter != bad->parameter) continue;
+    if (const FlagWord* flag = flagWord(word)) return flagMustBe(*flag);
+  }
+  return error;
+}
+
 std::expected<CommandLineAction, AutomationError> send(std::string_view verb,
-                                                       const std::vector<AutomationPair>& pairs) {
+                                                       const std::vector<AutomationPair>& pairs,
+                                                       const Reading& reading = {}) {
   auto command = AutomationParser::parse(verb, pairs, AutomationSource::commandLine);
-  if (!command) return std::unexpected(command.error());
+  if (!command) return std::unexpected(reworded(command.error(), reading));
   if (command->appsNamed().size() > AutomationCommand::maxApps) {
     return std::unexpected(AutomationError::badArgument(AutomationCommand::tooManyAppsMessage()));
   }
@@ -526,21 +541,21 @@ std::expected<CommandLineAction, AutomationError> build(Verb verb, const Reading
       return CommandLineAction(CommandLineAction::Help{topic});
     }
     case Verb::show:
-      return send("show", reading.pairs);
+      return send("show", reading.pairs, reading);
     case Verb::toggle:
-      return send("toggle", reading.pairs);
+      return send("toggle", reading.pairs, reading);
     case Verb::hide:
-      return send("hide", reading.pairs);
+      return send("hide", reading.pairs, reading);
     case Verb::layerShow:
-      return send("layer/show", reading.pairs);
+      return send("layer/show", reading.pairs, reading);
     case Verb::layerReset:
-      return send("layer/reset", reading.pairs);
+      return send("layer/reset", reading.pairs, reading);
     case Verb::layersStore:
-      return send("layer/store", reading.pairs);
+      return send("layer/store", reading.pairs, reading);
     case Verb::layersEdit:
-      return send("layer/edit", reading.pairs);
+      return send("layer/edit", reading.pairs, reading);
     case Verb::layersRemove:
-      return send("layer/remove", reading.pairs);
+      return send("layer/remove", reading.pairs, reading);
     case Verb::profile:
     case Verb::theme: {
       if (reading.plain.empty()) return std::unexpected(flagMissing(kNameWord));
@@ -831,11 +846,16 @@ std::string CommandLineInterface::shown(std::string_view text) {
 
 std::expected<std::string, AutomationError> CommandLineInterface::bundleID(
     std::string_view flag, std::string_view value, const ResolveApp& resolveApp) {
-  if (LayerNames::isBundleID(value) && !lowercasedASCII(value).ends_with(".app")) {
-    return std::string(value);
-  }
+  // A dotted identifier is taken as written; a one-word value such as
+  // "Safari" has an identifier's form too, but is far more often an app's
+  // name, so it is looked up first and kept as written only when no app has
+  // that name.
+  const bool identifierShaped = LayerNames::isBundleID(value) && !value.ends_with(".app");
+  const bool dotted = value.find('.') != std::string_view::npos;
+  if (identifierShaped && dotted) return std::string(value);
   const AppMatch match = resolveApp ? resolveApp(value) : AppMatch::none();
   if (const std::string* id = match.bundleID()) return *id;
+  if (match.isNone() && identifierShaped) return std::string(value);
   if (match.isSeveral()) {
     return std::unexpected(AutomationError::badArgument(
         "More than one app on this Mac is named " + shown(value) + ". Give " + std::string(flag) +
@@ -872,6 +892,11 @@ std::string CommandLineInterface::noSheets() {
 
 std::string CommandLineInterface::unreadableImport() {
   return "That file could not be read. Check its name, and that it is a file.";
+}
+
+std::string CommandLineInterface::outputUnwritable() {
+  return "quillon could not write its output: check that where it goes can be written to and "
+         "has room.";
 }
 
 std::string CommandLineInterface::undecodableImport(ExportKind kind) {

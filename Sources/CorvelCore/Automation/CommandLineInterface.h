@@ -114,6 +114,8 @@ struct CommandLineInterface {
   [[nodiscard]] static std::string noLayers();
   [[nodiscard]] static std::string noSheets();
   [[nodiscard]] static std::string unreadableImport();
+  // The sentence for output that could not be written (a full disk).
+  [[nodiscard]] static std::string outputUnwritable();
   // The sentence for an import whose file does not decode as its kind.
   [[nodiscard]] static std::string undecodableImport(ExportKind kind);
   // The line printed after an export was written.

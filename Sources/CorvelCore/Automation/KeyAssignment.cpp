@@ -79,14 +79,22 @@ std::optional<KeyAssignment> KeyAssignment::parse(std::string_view value) {
       return KeyAssignment::symbol(std::string(rest));
     }
     if (prefix == "symtext") return symbolAndText(rest);
-    if (prefix == "a" || prefix == "app") {
-      if (!LayerNames::isBundleID(rest)) return std::nullopt;
-      return KeyAssignment::app(std::string(rest));
-    }
+  }
+  if (const auto bundleID = appPart(value)) {
+    if (!LayerNames::isBundleID(*bundleID)) return std::nullopt;
+    return KeyAssignment::app(std::string(*bundleID));
   }
   auto text = words(value);
   if (!text) return std::nullopt;
   return KeyAssignment::text(std::move(*text));
+}
+
+std::optional<std::string_view> KeyAssignment::appPart(std::string_view value) {
+  const std::size_t colon = value.find(':');
+  if (colon == std::string_view::npos) return std::nullopt;
+  const std::string_view prefix = value.substr(0, colon);
+  if (prefix != "a" && prefix != "app") return std::nullopt;
+  return value.substr(colon + 1);
 }
 
 std::string KeyAssignment::written() const {

@@ -49,6 +49,12 @@ class KeyAssignment {
   // become blanks, blanks are trimmed, and it must keep 1 to 120 characters.
   [[nodiscard]] static std::optional<KeyAssignment> parse(std::string_view value);
 
+  // What follows the "a:" or "app:" prefix (matched as written) of a value
+  // that names an app, or nothing for a value of another kind. The tool asks
+  // this before it resolves an app's name, so it and the link reader agree
+  // on which values name apps.
+  [[nodiscard]] static std::optional<std::string_view> appPart(std::string_view value);
+
   // The written form, which `parse` reads back as this assignment: "s:" and
   // the symbol, "a:" and the bundle identifier, "s:" symbol "|" text, or
   // the text itself, prefixed "text:" when it is "-" or would read as
