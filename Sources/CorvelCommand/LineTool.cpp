@@ -1,16 +1,12 @@
 #include "CorvelCommand/LineTool.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 
+#include "CorvelCommand/SupportFiles.h"
 #include "CorvelCore/Automation/AutomationListings.h"
 #include "CorvelCore/Automation/CommandLineInterface.h"
-#include "CorvelCore/Automation/ExportWriter.h"
+#include "CorvelCore/Automation/CommandLineMessages.h"
+#include "CorvelCore/Automation/DocumentFiles.h"
 #include "CorvelCore/Layers/LayerCodec.h"
 #include "CorvelCore/Sheets/SheetCodec.h"
 #include "CorvelCore/Theme/BuiltInThemes.h"
@@ -20,313 +16,168 @@ namespace corvel {
 namespace {
 
 using Exit = CommandLineInterface::Exit;
+using Status = std::int32_t;
 
-constexpr std::int32_t status(Exit exit) { return static_cast<std::int32_t>(exit); }
+constexpr Status status(Exit exit) { return static_cast<Status>(exit); }
 
-// The overlay settings record in the app's preferences; the tool needs only
-// its theme.
-constexpr std::string_view kOverlaySettingsKey = "overlay.v1";
+std::string withLineBreak(std::string_view text) { return std::string(text) + "\n"; }
 
-ToolWorld::Written line(const std::function<ToolWorld::Written(std::string_view)>& stream,
-                        std::string_view text) {
-  std::string out(text);
-  out.push_back('\n');
-  return stream(out);
-}
-
-// Prints one result line; a script must learn when it did not arrive, while
-// a reader that stopped reading (`| head -1`) is answered quietly.
-std::int32_t say(const ToolWorld& world, std::string_view text) {
-  switch (line(world.out, text)) {
-    case ToolWorld::Written::all:
-      return status(Exit::done);
-    case ToolWorld::Written::readerGone:
-      return status(Exit::fileProblem);
-    case ToolWorld::Written::failed:
-      (void)line(world.err, CommandLineInterface::outputUnwritable());
-      return status(Exit::fileProblem);
-  }
-  return status(Exit::fileProblem);
-}
-
-std::string inFolder(std::string_view folder, std::string_view name) {
-  std::string path(folder);
-  if (path.empty() || path.back() != '/') path.push_back('/');
-  return path.append(name);
-}
-
-bool hasExtension(std::string_view name, std::span<const std::string_view> extensions) {
-  const std::size_t dot = name.rfind('.');
-  if (dot == std::string_view::npos || dot == 0) return false;
-  std::string extension(name.substr(dot + 1));
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
-}
-
-// The regular files of a folder whose names carry one of the extensions, in
-// the folder's own order, each with its modification time when it can be read.
-struct FolderFile {
-  std::string path;
-  std::optional<timespec> modified;
-};
-
-std::vector<FolderFile> filesIn(const std::string& folder,
-                                std::span<const std::string_view> extensions) {
-  std::vector<FolderFile> files;
-  DIR* directory = ::opendir(folder.c_str());
-  if (directory == nullptr) return files;
-  while (const dirent* entry = ::readdir(directory)) {
-    const std::string_view name = entry->d_name;
-    if (!hasExtension(name, extensions)) continue;
-    FolderFile file{inFolder(folder, name), std::nullopt};
-    struct stat info {};
-    if (::stat(file.path.c_str(), &info) != 0) {
-      files.push_back(std::move(file));  // read fails later; kept so it is skipped, not lost
-      continue;
-    }
-    if (!S_ISREG(info.st_mode)) continue;
-    file.modified = info.st_mtim;
-    files.push_back(std::move(file));
-  }
-  ::closedir(directory);
-  return files;
-}
-
-// The app's layers file: missing, or its bytes (nothing when it cannot be
-// read).
-struct LayersData {
-  bool missing = false;
-  std::optional<std::string> bytes;
-};
-
-LayersData layersData(const ToolWorld& world) {
-  const std::string path = inFolder(world.supportFolder, "Layers.json");
-  struct stat info {};
-  if (::lstat(path.c_str(), &info) != 0 && errno == ENOENT) return {true, std::nullopt};
-  return {false, LineTool::read(path, LayerCodec::maxFileBytes, true)};
-}
-
-struct LayersRead {
-  bool unreadable = false;
-  std::vector<Layer> layers;
-};
-
-// The app's layers: none when there is no file, unreadable when there is one
-// that cannot be read or decoded.
-LayersRead readLayers(const ToolWorld& world) {
-  const LayersData data = layersData(world);
-  if (data.missing) return {};
-  if (!data.bytes) return {true, {}};
-  auto file = LayerCodec::decodeFile(*data.bytes);
-  if (!file) return {true, {}};
-  return {false, std::move(file->layers)};
-}
-
-// The user's own themes, newest first; files that do not read as themes are
-// passed over.
-std::vector<Theme> readOwnThemes(const ToolWorld& world) {
-  std::vector<FolderFile> files =
-      filesIn(inFolder(world.supportFolder, "Themes"), ThemeCodec::readableExtensions);
-  const auto newer = [](const FolderFile& a, const FolderFile& b) {
-    if (!b.modified) return a.modified.has_value();
-    if (!a.modified) return false;
-    if (a.modified->tv_sec != b.modified->tv_sec) return a.modified->tv_sec > b.modified->tv_sec;
-    return a.modified->tv_nsec > b.modified->tv_nsec;
-  };
-  std::stable_sort(files.begin(), files.end(), newer);
-  std::vector<Theme> themes;
-  for (const auto& file : files) {
-    auto data = LineTool::read(file.path, ThemeCodec::maxFileBytes, true);
-    if (!data) continue;
-    if (auto theme = ThemeCodec::decode(*data)) themes.push_back(std::move(*theme));
-  }
-  return themes;
-}
-
-// The changed cheatsheets, one per app, ordered by file name; a sheet saved
-// under the current extension wins over one of the earlier extension.
-std::vector<SheetOverrides> readSheets(const ToolWorld& world) {
-  std::vector<FolderFile> files =
-      filesIn(inFolder(world.supportFolder, "Sheets"), SheetOverrides::readableExtensions);
-  std::sort(files.begin(), files.end(), [](const FolderFile& a, const FolderFile& b) {
-    const bool aCurrent =
-        hasExtension(a.path, std::span(SheetOverrides::readableExtensions).first(1));
-    const bool bCurrent =
-        hasExtension(b.path, std::span(SheetOverrides::readableExtensions).first(1));
-    if (aCurrent != bCurrent) return aCurrent;
-    return a.path < b.path;
-  });
-  std::vector<SheetOverrides> sheets;
-  for (const auto& file : files) {
-    auto data = LineTool::read(file.path, SheetCodec::maxFileBytes, true);
-    if (!data) continue;
-    auto sheet = SheetCodec::decode(*data);
-    if (!sheet || sheet->isEmpty()) continue;
-    const bool seen = std::any_of(sheets.begin(), sheets.end(), [&](const SheetOverrides& other) {
-      return other.bundleID == sheet->bundleID;
-    });
-    if (!seen) sheets.push_back(std::move(*sheet));
-  }
-  std::stable_sort(
-      sheets.begin(), sheets.end(),
-      [](const SheetOverrides& a, const SheetOverrides& b) { return a.appName < b.appName; });
-  return sheets;
-}
-
-// The id of the theme the app uses now, from its overlay settings (stored as
-// an object, or as the text of one).
-std::optional<std::string> themeInUse(const ToolWorld& world) {
-  if (!world.preference) return std::nullopt;
-  std::optional<JSONValue> settings = world.preference(kOverlaySettingsKey);
-  if (!settings) return std::nullopt;
-  if (const std::string* text = settings->asString()) {
-    auto decoded = JSONValue::decode(*text);
-    if (!decoded) return std::nullopt;
-    settings = std::move(*decoded);
-  }
-  const JSONObject* object = settings->asObject();
-  if (object == nullptr) return std::nullopt;
-  const JSONValue* id = object->find("themeID");
-  if (id == nullptr || id->asString() == nullptr) return std::nullopt;
-  return *id->asString();
-}
-
-std::int32_t refuse(const ToolWorld& world, std::string_view message, Exit exit) {
-  (void)line(world.err, message);
-  return status(exit);
-}
-
-std::int32_t writeExport(const ToolWorld& world, ExportKind kind, const std::string& path,
-                         std::string_view data, std::string_view what, bool named) {
-  if (auto written = ExportWriter::writeNew(data, path); !written) {
-    return refuse(world, CommandLineInterface::message(written.error(), kind, named),
-                  Exit::fileProblem);
-  }
-  return say(world, CommandLineInterface::exported(kind, what, path));
-}
-
-std::optional<std::string> checkedTarget(const ToolWorld& world, ExportKind kind,
-                                         const std::string& path, bool named,
-                                         std::int32_t& result) {
-  const std::optional<std::string> app = world.quillonApp ? world.quillonApp() : std::nullopt;
-  auto target = ExportWriter::check(path, kind, app, world.supportFolder);
-  if (!target) {
-    result = refuse(world, CommandLineInterface::message(target.error(), kind, named),
-                    Exit::fileProblem);
-    return std::nullopt;
-  }
-  return *target;
-}
-
-std::string layerCount(std::size_t count) {
-  return count == 1 ? "1 layer" : std::to_string(count) + " layers";
-}
-
+// One command line run against the world: each case of the action is one
+// function, and each returns the exit status.
 struct Driver {
   const ToolWorld& world;
 
-  std::int32_t operator()(const CommandLineAction::Version&) const {
-    return say(world,
-               CommandLineInterface::versionLine(world.version.shortVersion, world.version.build));
+  // Prints one result; a script must learn when it did not arrive, while a
+  // reader that stopped reading (`| head -1`) is answered quietly.
+  Status say(std::string_view text) const {
+    switch (world.out(withLineBreak(text))) {
+      case ToolWorld::Written::all:
+        return status(Exit::done);
+      case ToolWorld::Written::readerGone:
+        return status(Exit::fileProblem);
+      case ToolWorld::Written::failed:
+        return refuse(CommandLineMessages::text(ToolMessage::outputUnwritable), Exit::fileProblem);
+    }
+    return status(Exit::fileProblem);
   }
 
-  std::int32_t operator()(const CommandLineAction::Help& help) const {
-    return say(world, CommandLineInterface::help(help.topic));
+  Status refuse(std::string_view message, Exit exit) const {
+    (void)world.err(withLineBreak(message));
+    return status(exit);
   }
 
-  std::int32_t operator()(const CommandLineAction::ListLayers& list) const {
+  Status operator()(const CommandLineAction::Version&) const {
+    return say(CommandLineInterface::versionLine(world.version.shortVersion, world.version.build));
+  }
+
+  Status operator()(const CommandLineAction::Help& help) const {
+    return say(CommandLineInterface::help(help.topic));
+  }
+
+  Status operator()(const CommandLineAction::ListLayers& list) const {
     // The rows are made while the file is read: a listing never holds all
     // the layers of a large file.
-    const LayersData data = layersData(world);
-    auto rows = data.missing  ? std::expected<std::vector<LayerRow>, LayerError>()
-                : !data.bytes ? std::unexpected(LayerError::notJSON())
-                              : AutomationListings::layerRows(*data.bytes);
-    if (!rows) return refuse(world, CommandLineInterface::layersUnreadable(), Exit::fileProblem);
-    return say(world,
-               list.json ? AutomationListings::json(*rows) : AutomationListings::text(*rows));
+    auto data = SupportFiles::layersFile(world);
+    std::expected<std::vector<LayerRow>, LayerError> rows;
+    if (data) {
+      rows = AutomationListings::layerRows(*data);
+    } else if (data.error() == ToolWorld::ReadProblem::unreadable) {
+      rows = std::unexpected(LayerError::notJSON());
+    }
+    if (!rows) return refuse(CommandLineMessages::text(ToolMessage::layersUnreadable), Exit::fileProblem);
+    return say(list.json ? AutomationListings::json(*rows) : AutomationListings::text(*rows));
   }
 
-  std::int32_t operator()(const CommandLineAction::ListThemes& list) const {
-    const auto rows =
-        AutomationListings::themes(BuiltInThemes::all(), readOwnThemes(world), themeInUse(world));
-    return say(world, list.json ? AutomationListings::json(rows) : AutomationListings::text(rows));
+  Status operator()(const CommandLineAction::ListThemes& list) const {
+    const auto rows = AutomationListings::themes(BuiltInThemes::all(), SupportFiles::ownThemes(world),
+                                                 SupportFiles::themeInUse(world));
+    return say(list.json ? AutomationListings::json(rows) : AutomationListings::text(rows));
   }
 
-  std::int32_t operator()(const CommandLineAction::ListSheets& list) const {
-    const auto rows = AutomationListings::rows(readSheets(world));
-    return say(world, list.json ? AutomationListings::json(rows) : AutomationListings::text(rows));
+  Status operator()(const CommandLineAction::ListSheets& list) const {
+    const auto rows = AutomationListings::rows(SupportFiles::sheets(world));
+    return say(list.json ? AutomationListings::json(rows) : AutomationListings::text(rows));
   }
 
-  std::int32_t operator()(const CommandLineAction::ExportLayers& request) const {
+  Status operator()(const CommandLineAction::ExportLayers& request) const {
     const bool named = request.name.has_value();
-    std::int32_t result = 0;
-    auto target = checkedTarget(world, ExportKind::layers, request.path, named, result);
-    if (!target) return result;
-    LayersRead read = readLayers(world);
-    if (read.unreadable) {
-      return refuse(world, CommandLineInterface::layersUnreadable(), Exit::fileProblem);
-    }
-    std::vector<Layer> layers =
-        named ? AutomationListings::layers(read.layers, *request.name) : std::move(read.layers);
-    if (layers.empty()) {
-      return refuse(
-          world,
-          CommandLineInterface::message(ExportRefusal::nothingToExport, ExportKind::layers, named),
-          Exit::fileProblem);
-    }
-    return writeExport(world, ExportKind::layers, *target, LayerCodec::encode(layers),
-                       layerCount(layers.size()), named);
+    const auto layers = [&]() -> std::expected<std::vector<Layer>, std::string> {
+      auto all = SupportFiles::layers(world);
+      if (!all) return std::unexpected(CommandLineMessages::text(ToolMessage::layersUnreadable));
+      return named ? AutomationListings::layers(*all, *request.name) : std::move(*all);
+    };
+    return exportTo(ExportKind::layers, request.path, named,
+                    [&]() -> std::expected<Exported, std::string> {
+                      auto found = layers();
+                      if (!found) return std::unexpected(found.error());
+                      if (found->empty()) return nothingTo(ExportKind::layers, named);
+                      const std::size_t count = found->size();
+                      return Exported{LayerCodec::encode(*found),
+                                      count == 1 ? "1 layer" : std::to_string(count) + " layers"};
+                    });
   }
 
-  std::int32_t operator()(const CommandLineAction::ExportTheme& request) const {
+  Status operator()(const CommandLineAction::ExportTheme& request) const {
     const bool named = request.name.has_value();
-    std::int32_t result = 0;
-    auto target = checkedTarget(world, ExportKind::theme, request.path, named, result);
-    if (!target) return result;
-    // Without a name, the theme the app uses now (or its default) is exported.
-    const std::string wanted =
-        request.name.value_or(themeInUse(world).value_or(std::string(BuiltInThemes::defaultID)));
-    const std::vector<Theme> mine = readOwnThemes(world);
-    auto theme = AutomationListings::match(BuiltInThemes::all(), mine, wanted);
-    if (!theme && !named) {
-      theme = AutomationListings::match(BuiltInThemes::all(), mine, BuiltInThemes::defaultID);
-    }
-    if (!theme) {
-      return refuse(
-          world,
-          CommandLineInterface::message(ExportRefusal::nothingToExport, ExportKind::theme, named),
-          Exit::fileProblem);
-    }
-    return writeExport(world, ExportKind::theme, *target, ThemeCodec::encode(*theme), theme->name,
-                       named);
+    return exportTo(ExportKind::theme, request.path, named,
+                    [&]() -> std::expected<Exported, std::string> {
+                      const std::vector<Theme> mine = SupportFiles::ownThemes(world);
+                      const auto find = [&](std::string_view wanted) {
+                        return AutomationListings::match(BuiltInThemes::all(), mine, wanted);
+                      };
+                      // Without a name, the theme the app uses now, else its default.
+                      auto theme = named ? find(*request.name) : std::nullopt;
+                      if (!named) {
+                        const auto inUse = SupportFiles::themeInUse(world);
+                        theme = inUse ? find(*inUse) : std::nullopt;
+                        if (!theme) theme = find(BuiltInThemes::defaultID);
+                      }
+                      if (!theme) return nothingTo(ExportKind::theme, named);
+                      return Exported{ThemeCodec::encode(*theme), theme->name};
+                    });
   }
 
-  std::int32_t operator()(const CommandLineAction::ExportSheet& request) const {
-    std::int32_t result = 0;
-    auto target = checkedTarget(world, ExportKind::sheet, request.path, true, result);
-    if (!target) return result;
-    const std::vector<SheetOverrides> sheets = readSheets(world);
-    const auto sheet = std::find_if(sheets.begin(), sheets.end(), [&](const SheetOverrides& s) {
-      return s.bundleID == request.app;
-    });
-    if (sheet == sheets.end()) {
-      return refuse(
-          world,
-          CommandLineInterface::message(ExportRefusal::nothingToExport, ExportKind::sheet, true),
-          Exit::fileProblem);
+  Status operator()(const CommandLineAction::ExportSheet& request) const {
+    return exportTo(ExportKind::sheet, request.path, true,
+                    [&]() -> std::expected<Exported, std::string> {
+                      const auto sheets = SupportFiles::sheets(world);
+                      const auto sheet = std::find_if(
+                          sheets.begin(), sheets.end(),
+                          [&](const SheetOverrides& s) { return s.bundleID == request.app; });
+                      if (sheet == sheets.end()) return nothingTo(ExportKind::sheet, true);
+                      return Exported{SheetCodec::encode(*sheet), sheet->appName};
+                    });
+  }
+
+  Status operator()(const CommandLineAction::Send& send) const {
+    if (const auto* import = send.command.as<AutomationCommand::ImportFile>()) {
+      if (auto problem = importProblem(import->file)) {
+        return refuse(*problem, Exit::fileProblem);
+      }
     }
-    return writeExport(world, ExportKind::sheet, *target, SheetCodec::encode(*sheet),
-                       sheet->appName, true);
+    const std::optional<std::string> app = world.quillonApp();
+    if (!app) return refuse(CommandLineMessages::text(ToolMessage::notInstalled), Exit::notInstalled);
+    if (world.handOver(send.command.link(), *app) != HandOver::delivered) {
+      return refuse(CommandLineMessages::text(ToolMessage::notDelivered), Exit::notDelivered);
+    }
+    return status(Exit::done);
+  }
+
+ private:
+  // What an export writes, and how its success line names it.
+  struct Exported {
+    std::string data;
+    std::string what;
+  };
+
+  static std::unexpected<std::string> nothingTo(ExportKind kind, bool named) {
+    return std::unexpected(
+        CommandLineMessages::message(ExportRefusal::nothingToExport, kind, named));
+  }
+
+  // An export: the target is checked first, then what to export is found,
+  // encoded and written as a new file.
+  template <class Find>
+  Status exportTo(ExportKind kind, const std::string& path, bool named, const Find& find) const {
+    auto target = ExportPath::check(path, kind, world.quillonApp(), world.supportFolder,
+                                    world.exportChecks);
+    if (!target) {
+      return refuse(CommandLineMessages::message(target.error(), kind, named), Exit::fileProblem);
+    }
+    auto exported = find();
+    if (!exported) return refuse(exported.error(), Exit::fileProblem);
+    if (auto written = world.writeNew(exported->data, *target); !written) {
+      return refuse(CommandLineMessages::message(written.error(), kind, named), Exit::fileProblem);
+    }
+    return say(CommandLineMessages::exported(kind, exported->what, *target));
   }
 
   // An import's file must read and decode as its kind before anything is sent.
   std::optional<std::string> importProblem(const std::string& path) const {
-    const std::optional<ExportKind> kind = CommandLineInterface::importKind(path);
-    const std::size_t limit =
-        kind == ExportKind::layers ? LayerCodec::maxFileBytes : ThemeCodec::maxFileBytes;
-    auto data = LineTool::read(path, limit, true);
-    if (!data || !kind) return CommandLineInterface::unreadableImport();
+    const std::optional<ExportKind> kind = DocumentFiles::importKind(path);
+    if (!kind) return CommandLineMessages::text(ToolMessage::unreadableImport);
+    auto data = world.readFile(path, DocumentFiles::maxBytes(*kind));
+    if (!data) return CommandLineMessages::text(ToolMessage::unreadableImport);
     bool decodes = false;
     switch (*kind) {
       case ExportKind::layers: {
@@ -341,85 +192,22 @@ struct Driver {
         decodes = SheetCodec::decode(*data).has_value();
         break;
     }
-    if (!decodes) return CommandLineInterface::undecodableImport(*kind);
+    if (!decodes) return CommandLineMessages::undecodableImport(*kind);
     return std::nullopt;
-  }
-
-  std::int32_t operator()(const CommandLineAction::Send& send) const {
-    if (const auto* import = send.command.as<AutomationCommand::ImportFile>()) {
-      if (auto problem = importProblem(import->file)) {
-        return refuse(world, *problem, Exit::fileProblem);
-      }
-    }
-    const std::optional<std::string> app = world.quillonApp ? world.quillonApp() : std::nullopt;
-    if (!app) return refuse(world, CommandLineInterface::notInstalled(), Exit::notInstalled);
-    const HandOver result = world.handOver(send.command.link(), *app);
-    if (result != HandOver::delivered) {
-      return refuse(world, CommandLineInterface::notDelivered(), Exit::notDelivered);
-    }
-    return status(Exit::done);
   }
 };
 
 }  // namespace
 
 std::int32_t LineTool::run(std::span<const std::string> arguments, const ToolWorld& world) {
-  auto action = CommandLineInterface::parse(arguments, world.currentDirectory, world.resolveApp);
+  auto action = CommandLineInterface::parse(
+      arguments, {world.currentDirectory, world.homeFolder, world.resolveApp});
   if (!action) {
     (void)world.err(CommandLineInterface::message(action.error()) + "\n\n" +
                     CommandLineInterface::usage() + "\n");
     return status(Exit::badArguments);
   }
   return std::visit(Driver{world}, action->value());
-}
-
-std::optional<std::string> LineTool::read(const std::string& path, std::size_t max,
-                                          bool followLinks) {
-  // Without blocking: opening a FIFO or a device must not wait for a writer;
-  // anything but a regular file is refused right after.
-  const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | (followLinks ? 0 : O_NOFOLLOW);
-  const int fd = ::open(path.c_str(), flags);
-  if (fd < 0) return std::nullopt;
-  std::optional<std::string> bytes;
-  struct stat info {};
-  if (::fstat(fd, &info) == 0 && S_ISREG(info.st_mode) &&
-      static_cast<std::uint64_t>(info.st_size) <= max) {
-    // Read up to one byte past the limit, so a file that grew since fstat is
-    // still caught as too large.
-    std::string buffer;
-    const std::size_t expected = std::min<std::size_t>(static_cast<std::size_t>(info.st_size), max);
-    buffer.reserve(expected + 1 + JSONValue::readPadding);
-    // Room the file's bytes then fill; not cleared first, as they overwrite it.
-    const auto grow = [&buffer](std::size_t size) {
-      buffer.resize_and_overwrite(size, [](char*, std::size_t room) { return room; });
-    };
-    grow(expected + 1);
-    std::size_t filled = 0;
-    bool failed = false;
-    while (true) {
-      if (filled == buffer.size()) {
-        if (buffer.size() > max) break;
-        grow(std::min(buffer.size() * 2, max + 1));
-      }
-      const ssize_t count = ::read(fd, buffer.data() + filled, buffer.size() - filled);
-      if (count < 0 && errno == EINTR) continue;
-      if (count < 0) {
-        failed = true;
-        break;
-      }
-      if (count == 0) break;
-      filled += static_cast<std::size_t>(count);
-    }
-    if (!failed && filled <= max) {
-      // Zeroed room after the bytes lets the JSON reader read them in place.
-      buffer.resize(filled);
-      buffer.append(JSONValue::readPadding, '\0');
-      buffer.resize(filled);
-      bytes = std::move(buffer);
-    }
-  }
-  ::close(fd);
-  return bytes;
 }
 
 }  // namespace corvel

@@ -1,14 +1,16 @@
-// LiveTool: the tool's world bound to the real system. The portable parts
-// (how the world is assembled, where the support folder is, how the app's
-// preferences are read on Linux) live beside the platform glue that finds the
-// app, hands links to it and resolves app names (GIO on Linux, AppKit and
-// CoreServices on macOS).
+// LiveTool: the tool's world bound to the real system, and the only code that
+// touches it. The portable parts (assembling the world, reading files and
+// folders, writing the output) live in LiveTool.cpp; the platform glue finds
+// the app, hands links to it, resolves app names and reads the app's
+// preferences (GIO and a JSON file on Linux; AppKit, CoreServices and
+// CoreFoundation on macOS).
 #pragma once
 
+#include <expected>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "CorvelCommand/ToolWorld.h"
 
@@ -18,11 +20,24 @@ struct LiveTool {
   // The world of this process: every field bound to the real system.
   [[nodiscard]] static ToolWorld world();
 
-  // The app's support folder: the user's application-support folder (on
-  // Linux `$XDG_DATA_HOME` when absolute, else ~/.local/share) + "Quillon".
+  // The bytes of the regular file at `path` when it holds at most `maxBytes`.
+  // Opened without blocking, so a FIFO or a device never makes the tool
+  // wait: anything but a regular file (after following links) is
+  // `unreadable`. `missing` only when nothing at all is at the path. The
+  // bytes come with JSONValue::readPadding of room after them, so JSON is
+  // read in place.
+  [[nodiscard]] static std::expected<std::string, ToolWorld::ReadProblem> readFile(
+      const std::string& path, std::size_t maxBytes);
+  // The regular files of a folder in its own order, each with its
+  // modification time (entries whose kind cannot be read are kept, with no
+  // time, so that reading them fails later); none without the folder.
+  [[nodiscard]] static std::vector<ToolWorld::FolderFile> listFolder(const std::string& folder);
+
+  // The app's support folder (see Locations; on the Mac as the file manager
+  // gives the user's application-support folder).
   [[nodiscard]] static std::string supportFolder();
   // One value of the app's preferences (on Linux the member of the JSON
-  // object in `$XDG_CONFIG_HOME`/Quillon/Preferences.json), or nothing.
+  // object in Locations::preferencesFile), or nothing.
   [[nodiscard]] static std::optional<JSONValue> preference(std::string_view key);
 
   // The app bundle that contains the running tool, if any.

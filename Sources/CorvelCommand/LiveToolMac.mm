@@ -23,6 +23,7 @@
 #include "CorvelCommand/EnclosingApp.h"
 #include "CorvelCommand/HandOverWait.h"
 #include "CorvelCommand/LiveTool.h"
+#include "CorvelCommand/Locations.h"
 #include "CorvelCore/Brand/Brand.h"
 
 namespace corvel {
@@ -266,8 +267,8 @@ std::string LiveTool::supportFolder() {
     NSURL* folder = [[NSFileManager defaultManager] URLsForDirectory:NSApplicationSupportDirectory
                                                            inDomains:NSUserDomainMask]
                         .firstObject;
-    std::optional<std::string> base = text(folder.path);
-    if (!base) base = text(NSHomeDirectory()).value_or("") + "/Library/Application Support";
+    const std::optional<std::string> base = text(folder.path);
+    if (!base) return Locations::supportFolder(Locations::current());
     return *base + "/" + std::string(Brand::supportFolderName);
   }
 }

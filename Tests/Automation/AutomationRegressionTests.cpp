@@ -57,7 +57,7 @@ TEST(AutomationRegressionTests, commandLinesReadBackAsTheSameCommand) {
   for (const auto& words : lines) {
     SCOPED_TRACE(words.back());
     const auto action = CommandLineInterface::parse(
-        words, "/work", [](std::string_view) { return AppMatch::none(); });
+        words, {"/work", "/home", [](std::string_view) { return AppMatch::none(); }});
     ASSERT_TRUE(action.has_value());
     const auto* send = action->as<CommandLineAction::Send>();
     ASSERT_NE(send, nullptr);

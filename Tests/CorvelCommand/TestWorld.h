@@ -1,12 +1,19 @@
-// A ToolWorld for tests: records what the driver asked of the world, keeps a
-// settable clock, fails on demand, and fails the test loudly when the driver
-// touches a field the test did not expect it to use.
+// A ToolWorld held in memory for tests: a small file system (folders, files
+// with their times, files that cannot be read), the app's preferences, a
+// settable app and hand-over report, output that fails on demand. It records
+// what the driver did, and fails the test loudly when the driver reaches for
+// something the test did not expect it to use.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "CorvelCommand/ToolWorld.h"
@@ -14,28 +21,104 @@
 namespace corvel {
 
 struct TestWorld {
+  struct File {
+    std::string bytes;
+    std::optional<std::filesystem::file_time_type> modified;
+    bool unreadable = false;  // there, but it cannot be read (a FIFO, no permission)
+  };
+
   // What the test sets up.
   std::optional<std::string> app;          // where the app is; none = not installed
   std::optional<HandOver> handOverResult;  // none = the driver must not hand over
-  std::optional<std::function<AppMatch(std::string_view)>> resolver;  // none = must not resolve
-  std::optional<JSONValue> overlaySettings;
-  ToolWorld::Clock::time_point clock{};
-  std::string supportFolder = "/nonexistent/support";
-  ToolWorld::Written outWritten = ToolWorld::Written::all;  // how writes to standard output go
+  std::optional<AppResolver> resolver;     // none = the driver must not resolve app names
+  std::map<std::string, JSONValue, std::less<>> preferences;
+  std::string currentDirectory = "/work/here";
+  std::string homeFolder = "/home/u";
+  std::string supportFolder = "/home/u/Support/Quillon";
+  std::vector<std::pair<std::string, File>> files;  // in the order folders list them
+  std::set<std::string, std::less<>> folders{"/", "/work", "/work/here", "/home", "/home/u",
+                                             "/home/u/Support", "/home/u/Support/Quillon"};
+  bool writesFail = false;  // a full disk
+  ToolWorld::Written outWritten = ToolWorld::Written::all;
 
   // What the driver did.
   std::string out;
   std::string err;
   std::vector<std::pair<std::string, std::string>> handOvers;  // (link, app)
 
+  // Puts a file at `path`, and its folder (with the folders above it).
+  void put(const std::string& path, std::string bytes,
+           std::optional<std::filesystem::file_time_type> modified = std::nullopt) {
+    addFolder(path.substr(0, path.rfind('/')));
+    files.emplace_back(path, File{std::move(bytes), modified});
+  }
+  void addFolder(std::string path) {
+    while (!path.empty()) {
+      folders.insert(path);
+      path = path.substr(0, path.rfind('/'));
+    }
+  }
+  [[nodiscard]] const File* find(std::string_view path) const {
+    const auto found = std::find_if(files.begin(), files.end(),
+                                    [&](const auto& entry) { return entry.first == path; });
+    return found == files.end() ? nullptr : &found->second;
+  }
+
   ToolWorld world() {
     ToolWorld world;
-    world.currentDirectory = "/work/here";
+    world.currentDirectory = currentDirectory;
+    world.homeFolder = homeFolder;
     world.supportFolder = supportFolder;
     world.preference = [this](std::string_view key) -> std::optional<JSONValue> {
-      if (key == "overlay.v1") return overlaySettings;
-      ADD_FAILURE() << "unexpected preference " << key;
-      return std::nullopt;
+      const auto found = preferences.find(key);
+      if (found == preferences.end()) return std::nullopt;
+      return found->second;
+    };
+    world.readFile = [this](const std::string& path, std::size_t maxBytes)
+        -> std::expected<std::string, ToolWorld::ReadProblem> {
+      if (const File* file = find(path)) {
+        if (file->unreadable || file->bytes.size() > maxBytes) {
+          return std::unexpected(ToolWorld::ReadProblem::unreadable);
+        }
+        return file->bytes;
+      }
+      if (folders.contains(path)) return std::unexpected(ToolWorld::ReadProblem::unreadable);
+      return std::unexpected(ToolWorld::ReadProblem::missing);
+    };
+    world.listFolder = [this](const std::string& folder) {
+      std::vector<ToolWorld::FolderFile> listed;
+      for (const auto& [path, file] : files) {
+        if (path.substr(0, path.rfind('/')) == folder) {
+          listed.push_back({path.substr(path.rfind('/') + 1), file.modified});
+        }
+      }
+      return listed;
+    };
+    world.exportChecks.fileExists = [this](const std::string& path) {
+      return find(path) != nullptr || folders.contains(path);
+    };
+    world.exportChecks.isDirectory = [this](const std::string& path) {
+      return folders.contains(path.empty() ? "/" : path);
+    };
+    world.exportChecks.realPath = [](const std::string& path) {
+      return std::optional<std::string>(path);
+    };
+    world.exportChecks.identities = [](const std::string& path) {
+      std::vector<FileIdentity> identities;
+      for (std::string folder = path; !folder.empty(); folder = folder.substr(0, folder.rfind('/'))) {
+        identities.push_back({1, std::hash<std::string>{}(folder)});
+      }
+      identities.push_back({1, std::hash<std::string>{}("/")});
+      return identities;
+    };
+    world.writeNew = [this](std::string_view data,
+                            const std::string& path) -> std::expected<void, ExportRefusal> {
+      if (find(path) != nullptr) return std::unexpected(ExportRefusal::exists);
+      if (writesFail || !folders.contains(path.substr(0, path.rfind('/')))) {
+        return std::unexpected(ExportRefusal::couldNotWrite);
+      }
+      files.emplace_back(path, File{std::string(data), std::nullopt});
+      return {};
     };
     world.quillonApp = [this] { return app; };
     world.resolveApp = [this](std::string_view name) {
@@ -53,7 +136,6 @@ struct TestWorld {
       }
       return *handOverResult;
     };
-    world.now = [this] { return clock; };
     world.out = [this](std::string_view text) {
       if (outWritten == ToolWorld::Written::all) out += text;
       return outWritten;

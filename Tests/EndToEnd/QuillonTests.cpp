@@ -1,5 +1,9 @@
 // Runs the built quillon as a new user would: a throw-away home folder, real
-// files in the support folder, and exact output and exit codes compared.
+// files in the support folder, and exact output and exit codes compared. The
+// driver's cases run against an in-memory world (Tests/CorvelCommand); these
+// are the ones only the real process and disk can show: the usage on the
+// real streams, output that cannot be written, FIFOs, links and racing
+// exports.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -13,6 +17,7 @@
 #include <map>
 #include <sstream>
 
+#include "CorvelCommand/Locations.h"
 #include "CorvelCore/Automation/CommandLineInterface.h"
 
 extern char** environ;
@@ -46,10 +51,16 @@ class QuillonTest : public testing::Test {
     std::string pattern = (fs::temp_directory_path() / "quillon-e2e-XXXXXX").string();
     ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
     home = pattern;
-    support = home / ".local" / "share" / "Quillon";
+    support = Locations::supportFolder(environment());
     fs::create_directories(support);
   }
   void TearDown() override { fs::remove_all(home); }
+
+  // The environment the tool runs in: the throw-away home, and XDG folders
+  // inside it.
+  Locations::Environment environment() const {
+    return {home.string(), (home / ".local/share").string(), (home / ".config").string()};
+  }
 
   // Runs quillon with the arguments in the throw-away home, from `home/work`.
   Outcome quillon(const std::vector<std::string>& arguments) {
@@ -69,10 +80,11 @@ class QuillonTest : public testing::Test {
     std::vector<char*> argv;
     for (auto& word : words) argv.push_back(word.data());
     argv.push_back(nullptr);
-    std::vector<std::string> variables = {"HOME=" + home.string(),
+    const Locations::Environment where = environment();
+    std::vector<std::string> variables = {"HOME=" + where.home,
                                           "PATH=/usr/bin:/bin",
-                                          "XDG_DATA_HOME=" + (home / ".local/share").string(),
-                                          "XDG_CONFIG_HOME=" + (home / ".config").string(),
+                                          "XDG_DATA_HOME=" + where.xdgDataHome.value_or(""),
+                                          "XDG_CONFIG_HOME=" + where.xdgConfigHome.value_or(""),
                                           "XDG_DATA_DIRS=" + (home / "none").string(),
                                           "XDG_CONFIG_DIRS=" + (home / "none").string(),
                                           "LANG=C.UTF-8"};
@@ -229,111 +241,54 @@ TEST_F(QuillonTest, OutputThatCannotBeWritten) {
   }
 }
 
-TEST_F(QuillonTest, ImportsAreCheckedBeforeAnythingElse) {
-  spit(home / "work" / "junk.quillontheme", "not json");
-  spit(home / "work" / "empty.quillonlayer", R"({"version":1,"layers":[]})");
-  spit(home / "work" / "big.quillonsheet", std::string(1048577, ' '));
+// Files that are no regular files are refused at once, never waited on.
+TEST_F(QuillonTest, FIFOsAndFoldersAreNoFiles) {
+  fs::create_directories(home / "work");
   ASSERT_EQ(::mkfifo((home / "work" / "fifo.quillontheme").c_str(), 0600), 0);
-  struct Case {
-    std::vector<std::string> arguments;
-    std::string err;
-  };
-  const Case cases[] = {
-      {{"themes", "import", "junk.quillontheme"},
-       "That file is not a theme Quillon can read. Choose a .quillontheme file Quillon "
-       "exported.\n"},
-      {{"layers", "import", "empty.quillonlayer"},
-       "That file holds no layers Quillon can read. Choose a .quillonlayer file Quillon "
-       "exported.\n"},
-      {{"sheets", "import", "big.quillonsheet"},
-       "That file could not be read. Check its name, and that it is a file.\n"},
-      {{"layers", "import", "."},  // a folder is no file
-       ""},
-      {{"themes", "import", "fifo.quillontheme"},  // never waits for a writer
-       "That file could not be read. Check its name, and that it is a file.\n"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(c.arguments));
-    const Outcome run = quillon(c.arguments);
-    if (c.err.empty()) {
-      EXPECT_EQ(run.status, 1);  // "." has no layer file extension
-      continue;
-    }
-    EXPECT_EQ(run.status, 3);
-    EXPECT_EQ(run.out, "");
-    EXPECT_EQ(run.err, c.err);
-  }
-}
+  const Outcome fifo = quillon({"themes", "import", "fifo.quillontheme"});
+  EXPECT_EQ(fifo.status, 3);
+  EXPECT_EQ(fifo.err, "That file could not be read. Check its name, and that it is a file.\n");
+  fs::create_directories(home / "work" / "folder.quillonlayer");
+  EXPECT_EQ(quillon({"layers", "import", "folder.quillonlayer"}).err, fifo.err);
 
-TEST_F(QuillonTest, ListsLayers) {
-  EXPECT_EQ(quillon({"layers", "list"}).out,
-            "No layers yet. Add one in Quillon's Settings, in Layers, or with quillon layers "
-            "store.\n");
-  EXPECT_EQ(quillon({"layers", "list", "--json"}).out, "[]\n");
-  spit(support / "Layers.json", kLayers);
-  const auto before = supportSnapshot();
-  const Outcome text = quillon({"layers", "list"});
-  EXPECT_EQ(text.status, 0);
-  EXPECT_EQ(text.out,
-            "Work       rshift-rcmd   all apps           on                  1 key\n"
-            "Browsing   hyper         com.apple.Safari   off, needs review   0 keys\n");
-  const Outcome json = quillon({"layers", "list", "--json"});
-  EXPECT_EQ(json.out,
-            "[\n"
-            "  {\n"
-            "    \"enabled\" : true,\n"
-            "    \"keys\" : 1,\n"
-            "    \"name\" : \"Work\",\n"
-            "    \"needsReview\" : false,\n"
-            "    \"trigger\" : \"rshift-rcmd\"\n"
-            "  },\n"
-            "  {\n"
-            "    \"app\" : \"com.apple.Safari\",\n"
-            "    \"enabled\" : false,\n"
-            "    \"keys\" : 0,\n"
-            "    \"name\" : \"Browsing\",\n"
-            "    \"needsReview\" : true,\n"
-            "    \"trigger\" : \"hyper\"\n"
-            "  }\n"
-            "]\n");
-  EXPECT_EQ(supportSnapshot(), before);
-  spit(support / "Layers.json", "{ damaged");
-  const Outcome damaged = quillon({"layers", "list"});
-  fs::remove(support / "Layers.json");
   ASSERT_EQ(::mkfifo((support / "Layers.json").c_str(), 0600), 0);
-  const Outcome fifo = quillon({"layers", "list"});
-  for (const Outcome& run : {damaged, fifo}) {
-    EXPECT_EQ(run.status, 3);
-    EXPECT_EQ(run.out, "");
-    EXPECT_EQ(run.err,
-              "Quillon's layers file could not be read, so nothing was listed or exported. Open "
-              "Quillon's Settings, Layers, to see why.\n");
-  }
+  const Outcome layers = quillon({"layers", "list"});
+  EXPECT_EQ(layers.status, 3);
+  EXPECT_EQ(layers.out, "");
+  EXPECT_EQ(layers.err,
+            "Quillon's layers file could not be read, so nothing was listed or exported. Open "
+            "Quillon's Settings, Layers, to see why.\n");
 }
 
-TEST_F(QuillonTest, ListsThemesAndSheets) {
-  spit(home / ".config" / "Quillon" / "Preferences.json",
-       R"({"overlay.v1" : "{\"themeID\" : \"matrix\"}"})");
-  const Outcome themes = quillon({"themes", "list"});
-  EXPECT_EQ(themes.status, 0);
-  EXPECT_TRUE(
-      themes.out.starts_with("  silver          Silver          Apple\n"
-                             "  space-black     Space Black     Apple\n"))
-      << themes.out;
-  EXPECT_NE(themes.out.find("\n* matrix          Matrix          Neon\n"), std::string::npos);
-  EXPECT_EQ(std::count(themes.out.begin(), themes.out.end(), '\n'), 40);
-  EXPECT_EQ(themes.out.find(" \n"), std::string::npos);  // no trailing blanks
-
-  EXPECT_EQ(quillon({"sheets", "list"}).out,
-            "No changed cheatsheets yet. Change one in Quillon's Settings, in Cheatsheets.\n");
-  EXPECT_EQ(quillon({"sheets", "list", "--json"}).out, "[]\n");
+// The live world reads the support folder and the preferences where the
+// platform keeps them, and never changes them.
+TEST_F(QuillonTest, ListsWhatTheSupportFolderHolds) {
+  spit(support / "Layers.json", kLayers);
   spit(support / "Sheets" / "com.apple.Safari.quillonsheet",
        R"({"version":1,"app":{"bundleID":"com.apple.Safari","name":"Safari"},
            "rename":{"cmd+t":"New tab","cmd+w":"Close"},"hide":["cmd+q"]})");
+  spit(support / "Themes" / "mine.quillontheme", R"({"version":1,"id":"mine","name":"Mine"})");
+  const auto before = supportSnapshot();
+  const Outcome layers = quillon({"layers", "list"});
+  EXPECT_EQ(layers.status, 0);
+  EXPECT_EQ(layers.out,
+            "Work       rshift-rcmd   all apps           on                  1 key\n"
+            "Browsing   hyper         com.apple.Safari   off, needs review   0 keys\n");
   EXPECT_EQ(quillon({"sheets", "list"}).out,
             "Safari   com.apple.Safari   2 renamed, 1 hidden, 0 added\n");
+  const Outcome themes = quillon({"themes", "list"});
+  EXPECT_TRUE(themes.out.ends_with("  mine            Mine            Mine\n")) << themes.out;
+  EXPECT_EQ(supportSnapshot(), before);
+
+  if (const auto preferences = Locations::preferencesFile(environment())) {
+    spit(*preferences, R"({"overlay.v1" : "{\"themeID\" : \"matrix\"}"})");
+    EXPECT_NE(quillon({"themes", "list"}).out.find("\n* matrix          Matrix          Neon\n"),
+              std::string::npos);
+  }
 }
 
+// What only a real disk shows: a link into the support folder, a dangling
+// link, and a file that is already there.
 TEST_F(QuillonTest, ExportsWriteNewFilesOnly) {
   spit(support / "Layers.json", kLayers);
   const auto before = supportSnapshot();
@@ -342,37 +297,22 @@ TEST_F(QuillonTest, ExportsWriteNewFilesOnly) {
   EXPECT_EQ(first.status, 0);
   EXPECT_EQ(first.out, "Exported 2 layers to " + target + ".\n");
   const std::string written = slurp(target);
-  const Outcome again = quillon({"layers", "export", "--name", "work", "-f", target});
-  EXPECT_EQ(again.status, 3);
-  EXPECT_EQ(again.err,
-            "A file is already there. quillon never replaces a file, so give -f a new name.\n");
-  EXPECT_EQ(slurp(target), written);
+  EXPECT_TRUE(written.starts_with("{\n  \"layers\" : [\n")) << written;
 
+  fs::create_symlink(support, home / "work" / "link");
+  fs::create_symlink(home / "nowhere", home / "work" / "dangling.json");
   struct Case {
     std::vector<std::string> arguments;
     std::string err;
   };
-  fs::create_symlink(support, home / "work" / "link");
-  fs::create_symlink(home / "nowhere", home / "work" / "dangling.json");
+  const std::string there =
+      "A file is already there. quillon never replaces a file, so give -f a new name.\n";
   const Case refusals[] = {
+      {{"layers", "export", "--name", "work", "-f", target}, there},
+      {{"layers", "export", "-f", "dangling.json"}, there},
       {{"layers", "export", "-f", "link/x.json"},
        "Quillon never writes inside its own app or its own folder. Give -f a file somewhere "
        "else.\n"},
-      {{"layers", "export", "-f", "dangling.json"},
-       "A file is already there. quillon never replaces a file, so give -f a new name.\n"},
-      {{"layers", "export", "-f", "/Network/x.json"},
-       "-f must be on this Mac. Quillon never writes under /net or /Network, so name a file in a "
-       "folder here.\n"},
-      {{"layers", "export", "-f", "/tmp/../../x.json"},
-       "-f must name a file, with no .. climbing above the top folder.\n"},
-      {{"layers", "export", "-f", "x.txt"}, "-f must end in .quillonlayer or .json.\n"},
-      {{"layers", "export", "--name", "Nobody", "-f", "n.json"},
-       "No layer has that name or those modifiers. Run quillon layers list to see them.\n"},
-      {{"themes", "export", "--name", "Nothing", "-f", "t.quillontheme"},
-       "No theme has that name or id. Run quillon themes list to see them.\n"},
-      {{"sheets", "export", "--app", "com.example.None", "-f", "s.quillonsheet"},
-       "That app's cheatsheet has no changes to export. Run quillon sheets list to see the ones "
-       "there are.\n"},
   };
   for (const auto& c : refusals) {
     SCOPED_TRACE(testing::PrintToString(c.arguments));
@@ -381,13 +321,7 @@ TEST_F(QuillonTest, ExportsWriteNewFilesOnly) {
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err, c.err);
   }
-  const Outcome theme =
-      quillon({"themes", "export", "--name", "Space Black", "-f", "t.quillontheme"});
-  EXPECT_EQ(theme.status, 0);
-  EXPECT_EQ(theme.out, "Exported the theme Space Black to " +
-                           (home / "work" / "t.quillontheme").string() + ".\n");
-  EXPECT_EQ(quillon({"themes", "import", "t.quillontheme"}).err,
-            "Quillon is not installed. Get it at quillon.app.\n");
+  EXPECT_EQ(slurp(target), written);
   EXPECT_EQ(supportSnapshot(), before);
 }
 

@@ -1,4 +1,5 @@
 #include "CorvelCore/Layers/LayerCodec.h"
+#include "CorvelCore/Theme/JSONObjectReader.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,9 @@
 // machine: exactly one app (its bundle identifier), none, or several.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 #include <variant>
 
 namespace corvel {
@@ -38,5 +40,8 @@ class AppMatch {
   explicit AppMatch(std::variant<One, None, Several> value) : value_(std::move(value)) {}
   std::variant<One, None, Several> value_;
 };
+
+// Looks an app up on this machine by its name or bundle identifier.
+using AppResolver = std::function<AppMatch(std::string_view name)>;
 
 }  // namespace corvel

@@ -21,7 +21,7 @@
 #include "CorvelCore/Automation/ShowOptions.h"
 #include "CorvelCore/Faces/LayerTrigger.h"
 #include "CorvelCore/Layers/FillMode.h"
-#include "CorvelCore/Theme/JSONObjectReader.h"
+#include "CorvelCore/Support/EnumName.h"
 
 namespace corvel {
 

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "CorvelCore/Automation/CommandLineInterface.h"
+#include "CorvelCore/Automation/CommandLineMessages.h"
 #include "CorvelCore/Automation/TriggerText.h"
 #include "CorvelCore/Layers/LayerCodec.h"
 #include "CorvelCore/TextLimits/TextLimits.h"
@@ -43,24 +43,12 @@ LayerRow row(const Layer& layer) {
 
 }  // namespace
 
-std::vector<LayerRow> AutomationListings::layers(const std::optional<std::string>& data) {
-  if (!data) return {};
-  return layerRows(*data).value_or(std::vector<LayerRow>());
-}
-
 std::expected<std::vector<LayerRow>, LayerError> AutomationListings::layerRows(
     const std::string& data) {
   std::vector<LayerRow> out;
   auto file = LayerCodec::decodeFile(
       data, {[&] { out.clear(); }, [&](const Layer& layer) { out.push_back(row(layer)); }});
   if (!file) return std::unexpected(file.error());
-  return out;
-}
-
-std::vector<LayerRow> AutomationListings::rows(std::span<const Layer> layers) {
-  std::vector<LayerRow> out;
-  out.reserve(layers.size());
-  for (const Layer& layer : layers) out.push_back(row(layer));
   return out;
 }
 
@@ -110,7 +98,7 @@ std::string AutomationListings::table(const std::vector<std::vector<std::string>
 }
 
 std::string AutomationListings::text(std::span<const LayerRow> rows) {
-  if (rows.empty()) return CommandLineInterface::noLayers();
+  if (rows.empty()) return CommandLineMessages::text(ToolMessage::noLayers);
   std::vector<std::vector<std::string>> cells;
   for (const LayerRow& row : rows) {
     cells.push_back(
@@ -139,7 +127,7 @@ std::string AutomationListings::text(std::span<const ThemeRow> rows) {
 }
 
 std::string AutomationListings::text(std::span<const SheetRow> rows) {
-  if (rows.empty()) return CommandLineInterface::noSheets();
+  if (rows.empty()) return CommandLineMessages::text(ToolMessage::noSheets);
   std::vector<std::vector<std::string>> cells;
   for (const SheetRow& row : rows) {
     cells.push_back({row.name, row.app,

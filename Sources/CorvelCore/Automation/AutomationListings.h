@@ -46,17 +46,12 @@ struct SheetRow {
 };
 
 struct AutomationListings {
-  // The rows of a layers file's readable layers, in file order; none for no
-  // data or data that does not decode.
-  [[nodiscard]] static std::vector<LayerRow> layers(const std::optional<std::string>& data);
   // The rows of a layers file's readable layers, in file order, made while
   // the file is read so that its layers are never all held; the file's
   // error when it does not decode. `data` with JSONValue::readPadding of
   // room after it is read in place.
   [[nodiscard]] static std::expected<std::vector<LayerRow>, LayerError> layerRows(
       const std::string& data);
-  // One row per layer, in the given order.
-  [[nodiscard]] static std::vector<LayerRow> rows(std::span<const Layer> layers);
   // The built-in themes first (with their family), then the user's own; the
   // one whose id is `inUseID` is marked in use.
   [[nodiscard]] static std::vector<ThemeRow> themes(std::span<const Theme> builtIns,

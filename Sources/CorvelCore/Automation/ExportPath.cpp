@@ -5,12 +5,11 @@
 
 #include <algorithm>
 
+#include "CorvelCore/Automation/DocumentFiles.h"
+#include "CorvelCore/Support/FileName.h"
+
 namespace corvel {
 namespace {
-
-constexpr std::string_view kLayerExtensions[] = {"quillonlayer", "json"};
-constexpr std::string_view kThemeExtensions[] = {"quillontheme"};
-constexpr std::string_view kSheetExtensions[] = {"quillonsheet"};
 
 // File systems on the Mac compare names without regard to case, so folders
 // are compared in lower case, by Unicode's rules.
@@ -41,25 +40,11 @@ std::optional<std::string> comparable(std::string_view path) {
 }  // namespace
 
 std::span<const std::string_view> ExportPath::extensions(ExportKind kind) {
-  switch (kind) {
-    case ExportKind::layers:
-      return kLayerExtensions;
-    case ExportKind::theme:
-      return kThemeExtensions;
-    case ExportKind::sheet:
-      return kSheetExtensions;
-  }
-  return {};
+  return DocumentFiles::exported(kind);
 }
 
 bool ExportPath::hasExtension(std::string_view name, ExportKind kind) {
-  const std::size_t dot = name.rfind('.');
-  if (dot == std::string_view::npos || dot == 0) return false;
-  std::string extension(name.substr(dot + 1));
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  const auto accepted = extensions(kind);
-  return std::find(accepted.begin(), accepted.end(), extension) != accepted.end();
+  return FileName::hasExtension(name, extensions(kind));
 }
 
 std::optional<std::vector<std::string>> ExportPath::standardised(std::string_view path) {

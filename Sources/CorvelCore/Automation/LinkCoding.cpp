@@ -29,10 +29,6 @@ int hexValue(char c) {
 
 }  // namespace
 
-bool LinkCoding::isUnreserved(char byte) {
-  return unreservedTable[static_cast<unsigned char>(byte)];
-}
-
 void LinkCoding::appendEncoded(std::string& out, std::string_view text) {
   for (char c : text) {
     auto byte = static_cast<unsigned char>(c);

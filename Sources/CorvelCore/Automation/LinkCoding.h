@@ -12,8 +12,6 @@
 namespace corvel {
 
 struct LinkCoding {
-  // True for the bytes written as they are.
-  [[nodiscard]] static bool isUnreserved(char byte);
   // Appends the encoded text.
   static void appendEncoded(std::string& out, std::string_view text);
   // The number of bytes `appendEncoded` would append.

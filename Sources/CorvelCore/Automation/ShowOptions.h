@@ -15,7 +15,7 @@
 #include "CorvelCore/Automation/AutomationError.h"
 #include "CorvelCore/Automation/ClosedRange.h"
 #include "CorvelCore/Layers/FillMode.h"
-#include "CorvelCore/Theme/JSONObjectReader.h"
+#include "CorvelCore/Support/EnumName.h"
 
 namespace corvel {
 

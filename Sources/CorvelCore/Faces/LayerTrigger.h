@@ -27,7 +27,8 @@
 
 #include "CorvelCore/Keyboard/KeyID.h"
 #include "CorvelCore/Keyboard/KeySet.h"
-#include "CorvelCore/Theme/JSONObjectReader.h"
+#include "CorvelCore/Support/EnumName.h"
+#include "CorvelCore/Theme/JSONValue.h"
 #include "CorvelCore/Theme/JSONValue.h"
 
 namespace corvel {

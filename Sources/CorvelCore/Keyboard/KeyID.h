@@ -33,7 +33,7 @@
 #include <span>
 #include <string_view>
 
-#include "CorvelCore/Theme/JSONObjectReader.h"
+#include "CorvelCore/Support/EnumName.h"
 
 namespace corvel {
 

@@ -9,17 +9,10 @@
 #include "CorvelCore/Layers/DocumentRules.h"
 #include "CorvelCore/Layers/LayerNames.h"
 #include "CorvelCore/Layers/LayerText.h"
+#include "CorvelCore/Support/Overloaded.h"
 
 namespace corvel {
 namespace {
-
-template <class... Cases>
-struct Overloaded : Cases... {
-  using Cases::operator()...;
-};
-// Spelled out for compilers that do not deduce aggregates' arguments (Clang 16).
-template <class... Cases>
-Overloaded(Cases...) -> Overloaded<Cases...>;
 
 std::string limitedText(const std::string& text, std::int64_t limit, bool clean) {
   return TextLimits::cut(clean ? LayerText::clean(text).text : text, limit);

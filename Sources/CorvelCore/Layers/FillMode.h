@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-#include "CorvelCore/Theme/JSONObjectReader.h"
+#include "CorvelCore/Support/EnumName.h"
 
 namespace corvel {
 

@@ -10,17 +10,10 @@
 #include "CorvelCore/Layers/DocumentRules.h"
 #include "CorvelCore/Layers/LayerNames.h"
 #include "CorvelCore/TextLimits/TextLimits.h"
+#include "CorvelCore/Support/Overloaded.h"
 
 namespace corvel {
 namespace {
-
-template <class... Cases>
-struct Overloaded : Cases... {
-  using Cases::operator()...;
-};
-// Spelled out for compilers that do not deduce aggregates' arguments (Clang 16).
-template <class... Cases>
-Overloaded(Cases...) -> Overloaded<Cases...>;
 
 // The order in which a shortcut's modifiers are written.
 constexpr std::array<KeyModifier, 5> writtenModifierOrder{KeyModifier::fn, KeyModifier::control,

@@ -6,17 +6,10 @@
 
 #include "CorvelCore/Layers/DocumentRules.h"
 #include "CorvelCore/TextLimits/TextLimits.h"
+#include "CorvelCore/Support/Overloaded.h"
 
 namespace corvel {
 namespace {
-
-template <class... Cases>
-struct Overloaded : Cases... {
-  using Cases::operator()...;
-};
-// Spelled out for compilers that do not deduce aggregates' arguments (Clang 16).
-template <class... Cases>
-Overloaded(Cases...) -> Overloaded<Cases...>;
 
 struct ModifierSymbol {
   KeyModifier modifier;

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "CorvelCore/Keyboard/KeyID.h"
-#include "CorvelCore/Theme/JSONObjectReader.h"
+#include "CorvelCore/Support/EnumName.h"
 
 namespace corvel {
 

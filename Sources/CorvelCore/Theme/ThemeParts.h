@@ -19,7 +19,8 @@
 #include <utility>
 #include <variant>
 
-#include "CorvelCore/Theme/JSONObjectReader.h"
+#include "CorvelCore/Support/EnumName.h"
+#include "CorvelCore/Theme/JSONValue.h"
 #include "CorvelCore/Theme/JSONValue.h"
 #include "CorvelCore/Theme/ThemeColor.h"
 
