@@ -64,13 +64,14 @@ struct Driver {
     } else if (data.error() == ToolWorld::ReadProblem::unreadable) {
       rows = std::unexpected(LayerError::notJSON());
     }
-    if (!rows) return refuse(CommandLineMessages::text(ToolMessage::layersUnreadable), Exit::fileProblem);
+    if (!rows)
+      return refuse(CommandLineMessages::text(ToolMessage::layersUnreadable), Exit::fileProblem);
     return say(list.json ? AutomationListings::json(*rows) : AutomationListings::text(*rows));
   }
 
   Status operator()(const CommandLineAction::ListThemes& list) const {
-    const auto rows = AutomationListings::themes(BuiltInThemes::all(), SupportFiles::ownThemes(world),
-                                                 SupportFiles::themeInUse(world));
+    const auto rows = AutomationListings::themes(
+        BuiltInThemes::all(), SupportFiles::ownThemes(world), SupportFiles::themeInUse(world));
     return say(list.json ? AutomationListings::json(rows) : AutomationListings::text(rows));
   }
 
@@ -118,15 +119,15 @@ struct Driver {
   }
 
   Status operator()(const CommandLineAction::ExportSheet& request) const {
-    return exportTo(ExportKind::sheet, request.path, true,
-                    [&]() -> std::expected<Exported, std::string> {
-                      const auto sheets = SupportFiles::sheets(world);
-                      const auto sheet = std::find_if(
-                          sheets.begin(), sheets.end(),
-                          [&](const SheetOverrides& s) { return s.bundleID == request.app; });
-                      if (sheet == sheets.end()) return nothingTo(ExportKind::sheet, true);
-                      return Exported{SheetCodec::encode(*sheet), sheet->appName};
-                    });
+    return exportTo(
+        ExportKind::sheet, request.path, true, [&]() -> std::expected<Exported, std::string> {
+          const auto sheets = SupportFiles::sheets(world);
+          const auto sheet =
+              std::find_if(sheets.begin(), sheets.end(),
+                           [&](const SheetOverrides& s) { return s.bundleID == request.app; });
+          if (sheet == sheets.end()) return nothingTo(ExportKind::sheet, true);
+          return Exported{SheetCodec::encode(*sheet), sheet->appName};
+        });
   }
 
   Status operator()(const CommandLineAction::Send& send) const {
@@ -136,7 +137,8 @@ struct Driver {
       }
     }
     const std::optional<std::string> app = world.quillonApp();
-    if (!app) return refuse(CommandLineMessages::text(ToolMessage::notInstalled), Exit::notInstalled);
+    if (!app)
+      return refuse(CommandLineMessages::text(ToolMessage::notInstalled), Exit::notInstalled);
     if (world.handOver(send.command.link(), *app) != HandOver::delivered) {
       return refuse(CommandLineMessages::text(ToolMessage::notDelivered), Exit::notDelivered);
     }
@@ -159,8 +161,8 @@ struct Driver {
   // encoded and written as a new file.
   template <class Find>
   Status exportTo(ExportKind kind, const std::string& path, bool named, const Find& find) const {
-    auto target = ExportPath::check(path, kind, world.quillonApp(), world.supportFolder,
-                                    world.exportChecks);
+    auto target =
+        ExportPath::check(path, kind, world.quillonApp(), world.supportFolder, world.exportChecks);
     if (!target) {
       return refuse(CommandLineMessages::message(target.error(), kind, named), Exit::fileProblem);
     }

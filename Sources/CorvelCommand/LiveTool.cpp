@@ -102,8 +102,8 @@ std::expected<std::string, ToolWorld::ReadProblem> LiveTool::readFile(const std:
 std::vector<ToolWorld::FolderFile> LiveTool::listFolder(const std::string& folder) {
   std::vector<ToolWorld::FolderFile> files;
   std::error_code error;
-  for (std::filesystem::directory_iterator entries(folder, error), end;
-       !error && entries != end; entries.increment(error)) {
+  for (std::filesystem::directory_iterator entries(folder, error), end; !error && entries != end;
+       entries.increment(error)) {
     const auto& entry = *entries;
     ToolWorld::FolderFile file{entry.path().filename().string(), std::nullopt};
     std::error_code status;

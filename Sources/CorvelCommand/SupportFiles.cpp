@@ -28,7 +28,8 @@ std::string inFolder(std::string_view folder, std::string_view name) {
 // the kind, in the folder's order.
 std::vector<ToolWorld::FolderFile> documents(const ToolWorld& world, std::string_view folder,
                                              ExportKind kind) {
-  std::vector<ToolWorld::FolderFile> files = world.listFolder(inFolder(world.supportFolder, folder));
+  std::vector<ToolWorld::FolderFile> files =
+      world.listFolder(inFolder(world.supportFolder, folder));
   std::erase_if(files, [&](const ToolWorld::FolderFile& file) {
     return !FileName::hasExtension(file.name, DocumentFiles::kept(kind));
   });
@@ -91,9 +92,8 @@ std::vector<SheetOverrides> SupportFiles::sheets(const ToolWorld& world) {
     });
     if (!seen) sheets.push_back(std::move(*sheet));
   }
-  std::stable_sort(sheets.begin(), sheets.end(), [](const auto& a, const auto& b) {
-    return a.appName < b.appName;
-  });
+  std::stable_sort(sheets.begin(), sheets.end(),
+                   [](const auto& a, const auto& b) { return a.appName < b.appName; });
   return sheets;
 }
 

@@ -100,8 +100,9 @@ TEST(LineToolTest, OutputThatCannotBeWritten) {
 
 // An import's file is read and decoded before the app is even looked for.
 TEST(LineToolTest, ImportsAreCheckedBeforeAnythingElse) {
-  const std::string unreadable = "That file could not be read. Check its name, and that it is a "
-                                 "file.\n";
+  const std::string unreadable =
+      "That file could not be read. Check its name, and that it is a "
+      "file.\n";
   struct Case {
     std::vector<std::string> words;
     std::string err;
@@ -201,12 +202,13 @@ TEST(LineToolTest, ListsOwnThemesNewestFirst) {
   test.put(themes + "notes.txt", theme("txt", "Text"), at(500));
   test.preferences.emplace("overlay.v1", JSONObject{{"themeID", "tie-b"}});
   EXPECT_EQ(run(test, {"themes", "list"}), 0);
-  EXPECT_TRUE(test.out.ends_with("  chalkboard      Chalkboard      Fun\n"
-                                 "  new             New             Mine\n"
-                                 "  tie-a           Tie A           Mine\n"
-                                 "* tie-b           Tie B           Mine\n"
-                                 "  old             Old             Mine\n"
-                                 "  undated         Undated         Mine\n"))
+  EXPECT_TRUE(
+      test.out.ends_with("  chalkboard      Chalkboard      Fun\n"
+                         "  new             New             Mine\n"
+                         "  tie-a           Tie A           Mine\n"
+                         "* tie-b           Tie B           Mine\n"
+                         "  old             Old             Mine\n"
+                         "  undated         Undated         Mine\n"))
       << test.out;
 }
 
@@ -242,8 +244,8 @@ TEST(LineToolTest, ListsChangedSheets) {
             "Zed     com.example.Zed     1 renamed, 0 hidden, 0 added\n");
   test.folders.insert("/out");
   test.out.clear();
-  EXPECT_EQ(run(test, {"sheets", "export", "--app", "com.example.Zed", "-f", "/out/z.quillonsheet"}),
-            0);
+  EXPECT_EQ(
+      run(test, {"sheets", "export", "--app", "com.example.Zed", "-f", "/out/z.quillonsheet"}), 0);
   EXPECT_NE(test.find("/out/z.quillonsheet")->bytes.find("From the new file"), std::string::npos);
 }
 
@@ -253,8 +255,10 @@ TEST(LineToolTest, ThemeExportWithoutANameTakesTheThemeInUse) {
     std::optional<std::string> inUse;
     std::string name;
   };
-  const Case cases[] = {
-      {"matrix", "Matrix"}, {"mine", "Mine"}, {"gone", "Space Black"}, {std::nullopt, "Space Black"}};
+  const Case cases[] = {{"matrix", "Matrix"},
+                        {"mine", "Mine"},
+                        {"gone", "Space Black"},
+                        {std::nullopt, "Space Black"}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.inUse.value_or("none"));
     TestWorld test;

@@ -76,7 +76,8 @@ TEST_F(LiveToolTest, ListsRegularFilesWithTheirTimes) {
 // "~" leads to $HOME when it is absolute, else to the user database's home.
 TEST(LocationsTest, HomeFolderAndSupportFolder) {
   const char* saved = std::getenv("HOME");
-  const std::optional<std::string> before = saved ? std::optional<std::string>(saved) : std::nullopt;
+  const std::optional<std::string> before =
+      saved ? std::optional<std::string>(saved) : std::nullopt;
   const passwd* entry = ::getpwuid(::getuid());
   ASSERT_NE(entry, nullptr);
   const std::string databaseHome = entry->pw_dir;

@@ -36,8 +36,8 @@ struct TestWorld {
   std::string homeFolder = "/home/u";
   std::string supportFolder = "/home/u/Support/Quillon";
   std::vector<std::pair<std::string, File>> files;  // in the order folders list them
-  std::set<std::string, std::less<>> folders{"/", "/work", "/work/here", "/home", "/home/u",
-                                             "/home/u/Support", "/home/u/Support/Quillon"};
+  std::set<std::string, std::less<>> folders{
+      "/", "/work", "/work/here", "/home", "/home/u", "/home/u/Support", "/home/u/Support/Quillon"};
   bool writesFail = false;  // a full disk
   ToolWorld::Written outWritten = ToolWorld::Written::all;
 
@@ -74,8 +74,9 @@ struct TestWorld {
       if (found == preferences.end()) return std::nullopt;
       return found->second;
     };
-    world.readFile = [this](const std::string& path, std::size_t maxBytes)
-        -> std::expected<std::string, ToolWorld::ReadProblem> {
+    world.readFile =
+        [this](const std::string& path,
+               std::size_t maxBytes) -> std::expected<std::string, ToolWorld::ReadProblem> {
       if (const File* file = find(path)) {
         if (file->unreadable || file->bytes.size() > maxBytes) {
           return std::unexpected(ToolWorld::ReadProblem::unreadable);
@@ -105,7 +106,8 @@ struct TestWorld {
     };
     world.exportChecks.identities = [](const std::string& path) {
       std::vector<FileIdentity> identities;
-      for (std::string folder = path; !folder.empty(); folder = folder.substr(0, folder.rfind('/'))) {
+      for (std::string folder = path; !folder.empty();
+           folder = folder.substr(0, folder.rfind('/'))) {
         identities.push_back({1, std::hash<std::string>{}(folder)});
       }
       identities.push_back({1, std::hash<std::string>{}("/")});

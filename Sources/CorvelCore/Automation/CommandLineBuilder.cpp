@@ -16,7 +16,8 @@ using Action = std::expected<CommandLineAction, AutomationError>;
 Action send(const CommandLineReading& reading, const std::vector<AutomationPair>& pairs) {
   const CommandSpec& spec = *reading.command;
   auto command = AutomationParser::parse(spec.verb, pairs, AutomationSource::commandLine);
-  if (!command) return Refusal(CommandLineMessages::reworded(command.error(), spec, reading.typedWords));
+  if (!command)
+    return Refusal(CommandLineMessages::reworded(command.error(), spec, reading.typedWords));
   if (command->appsNamed().size() > AutomationCommand::maxApps) {
     return Refusal(AutomationError::badArgument(AutomationCommand::tooManyAppsMessage()));
   }
@@ -35,8 +36,9 @@ std::vector<std::string_view> values(const CommandLineReading& reading,
 
 // The one value of the command's option bound to `parameter`: refused when
 // given twice or empty, or missing when required.
-std::expected<std::optional<std::string>, AutomationError> single(
-    const CommandLineReading& reading, std::string_view parameter, bool required) {
+std::expected<std::optional<std::string>, AutomationError> single(const CommandLineReading& reading,
+                                                                  std::string_view parameter,
+                                                                  bool required) {
   const OptionSpec* option = CommandGrammar::optionFor(*reading.command, parameter);
   const std::string_view word = option != nullptr ? option->word : parameter;
   const std::string_view description =

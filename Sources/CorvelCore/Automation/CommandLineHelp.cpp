@@ -144,7 +144,7 @@ std::string usageLine(const UsageLine& line, std::string_view indent, std::size_
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const CommandSpec& spec = command(entries[i].command);
     std::string head = line.join == UsageJoin::sameFirst && i > 0 ? std::string(spec.sub)
-                                                                   : CommandGrammar::name(spec);
+                                                                  : CommandGrammar::name(spec);
     if (i > 0) head = "| " + head;
     if (i > 0 && entries[i].newLine && breaks) {
       lines.newLine(head);
@@ -168,8 +168,8 @@ bool takesKeys(std::string_view first) {
 }
 
 std::string keysBlock() {
-  std::string text = std::string(kKeysTitle) + "\n" + std::string(kIndent) +
-                     CommandLineHelp::keyForms();
+  std::string text =
+      std::string(kKeysTitle) + "\n" + std::string(kIndent) + CommandLineHelp::keyForms();
   for (const auto& note : kKeyNotes) text.append("\n").append(kIndent).append(note);
   return text;
 }

@@ -17,8 +17,7 @@ std::expected<CommandLineAction, AutomationError> CommandLineInterface::parse(
       return CommandLineAction(CommandLineAction::Help{ASCIIText::lowercased(words.front())});
     }
   }
-  auto reading = CommandLineReader::read(
-      words, {context.currentDirectory, context.homeFolder, context.resolveApp});
+  auto reading = CommandLineReader::read(words, context);
   if (!reading) return std::unexpected(reading.error());
   return CommandLineBuilder::build(*reading);
 }

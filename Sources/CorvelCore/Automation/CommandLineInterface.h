@@ -17,6 +17,7 @@
 #include "CorvelCore/Automation/AutomationError.h"
 #include "CorvelCore/Automation/CommandGrammar.h"
 #include "CorvelCore/Automation/CommandLineAction.h"
+#include "CorvelCore/Automation/CommandLineReader.h"
 #include "CorvelCore/Automation/ExportKind.h"
 #include "CorvelCore/Automation/ExportRefusal.h"
 
@@ -39,11 +40,7 @@ struct CommandLineInterface {
   using ResolveApp = AppResolver;
 
   // Where a command line's relative paths and "~" lead, and how it finds apps.
-  struct Context {
-    std::string_view currentDirectory;
-    std::string_view homeFolder;
-    ResolveApp resolveApp;
-  };
+  using Context = CommandLineReader::Context;
 
   // One command line (without the program's path) as an action, or the first
   // problem found. No words is `help`; "-h" or "--help" before "--" is the

@@ -64,10 +64,9 @@ AutomationError CommandLineMessages::notACommand(std::string_view word) {
 
 AutomationError CommandLineMessages::notTaken(std::string_view name, std::string_view first,
                                               std::string_view word) {
-  return AutomationError::badArgument("quillon " + owned(name) + " does not take " +
-                                      (word.starts_with('-') ? "the option " : "") + shown(word) +
-                                      ". Run quillon help " + owned(first) +
-                                      " to see what it takes.");
+  return AutomationError::badArgument(
+      "quillon " + owned(name) + " does not take " + (word.starts_with('-') ? "the option " : "") +
+      shown(word) + ". Run quillon help " + owned(first) + " to see what it takes.");
 }
 
 AutomationError CommandLineMessages::needsOneOf(std::string_view name,
@@ -125,15 +124,16 @@ AutomationError CommandLineMessages::mustBe(std::string_view word, std::string_v
 
 AutomationError CommandLineMessages::isMissing(std::string_view word,
                                                std::string_view description) {
-  return AutomationError::badArgument(owned(word) + " is missing. It must be " + owned(description) +
-                                      ".");
+  return AutomationError::badArgument(owned(word) + " is missing. It must be " +
+                                      owned(description) + ".");
 }
 
 AutomationError CommandLineMessages::reworded(
     const AutomationError& error, const CommandSpec& command,
     std::span<const std::pair<std::string_view, std::string_view>> typed) {
   const std::string_view parameter = parameterOf(error);
-  if (parameter.empty() || (error.as<AutomationError::Missing>() != nullptr && parameter == "modifiers")) {
+  if (parameter.empty() ||
+      (error.as<AutomationError::Missing>() != nullptr && parameter == "modifiers")) {
     return error;
   }
   for (const auto& [typedParameter, word] : typed) {
@@ -207,7 +207,8 @@ std::string CommandLineMessages::text(ToolMessage message) {
       return "No layers yet. Add one in " + product +
              "'s Settings, in Layers, or with quillon layers store.";
     case ToolMessage::noSheets:
-      return "No changed cheatsheets yet. Change one in " + product + "'s Settings, in Cheatsheets.";
+      return "No changed cheatsheets yet. Change one in " + product +
+             "'s Settings, in Cheatsheets.";
     case ToolMessage::unreadableImport:
       return "That file could not be read. Check its name, and that it is a file.";
     case ToolMessage::outputUnwritable:

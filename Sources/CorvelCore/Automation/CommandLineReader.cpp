@@ -168,7 +168,8 @@ std::expected<CommandLineReading, AutomationError> CommandLineReader::read(
     std::string_view value;
     if (std::holds_alternative<CommandOption::JSON>(option->option.kind)) {
       // A flag takes no value, so a value given to it is a word it does not take.
-      if (inlineValue) return Refusal(CommandLineMessages::notTaken(reading.name, reading.first, word));
+      if (inlineValue)
+        return Refusal(CommandLineMessages::notTaken(reading.name, reading.first, word));
     } else if (inlineValue) {
       value = *inlineValue;
     } else if (i + 1 < words.size()) {

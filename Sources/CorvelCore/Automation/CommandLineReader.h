@@ -23,8 +23,8 @@ namespace corvel {
 // What a command line said, as read.
 struct CommandLineReading {
   const CommandSpec* command = nullptr;
-  std::string name;   // the command's words as typed: "Layers store"
-  std::string first;  // its first word as typed
+  std::string name;                   // the command's words as typed: "Layers store"
+  std::string first;                  // its first word as typed
   std::vector<AutomationPair> pairs;  // link parameters and key assignments, in order
   // The option word typed for each link parameter (parameter, word), so a
   // refusal of the parameter names what the user wrote.
@@ -41,7 +41,7 @@ struct CommandLineReader {
   struct Context {
     std::string_view currentDirectory;
     std::string_view homeFolder;
-    const AppResolver& resolveApp;
+    AppResolver resolveApp;
   };
 
   // The reading of `words` (at least one), or the first problem met. The

@@ -17,8 +17,8 @@ constexpr std::string_view kJSON = "json";
 constexpr std::array<std::string_view, 2> kLayerExports{LayerCodec::fileExtension, kJSON};
 constexpr std::array<std::string_view, 1> kThemeExports{ThemeCodec::fileExtension};
 constexpr std::array<std::string_view, 1> kSheetExports{SheetOverrides::fileExtension};
-constexpr std::array<std::string_view, 3> kLayerImports{
-    LayerCodec::fileExtension, LayerCodec::legacyFileExtension, kJSON};
+constexpr std::array<std::string_view, 3> kLayerImports{LayerCodec::fileExtension,
+                                                        LayerCodec::legacyFileExtension, kJSON};
 
 constexpr std::array<ExportKind, 3> kKinds{ExportKind::layers, ExportKind::theme,
                                            ExportKind::sheet};
@@ -52,8 +52,7 @@ std::span<const std::string_view> DocumentFiles::exported(ExportKind kind) {
 }
 
 std::span<const std::string_view> DocumentFiles::imported(ExportKind kind) {
-  return kind == ExportKind::layers ? std::span<const std::string_view>(kLayerImports)
-                                    : kept(kind);
+  return kind == ExportKind::layers ? std::span<const std::string_view>(kLayerImports) : kept(kind);
 }
 
 std::optional<ExportKind> DocumentFiles::importKind(std::string_view path) {
