@@ -5,8 +5,8 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
+
+#include "TemporaryFolder.h"
 
 namespace corvel {
 namespace {
@@ -16,26 +16,18 @@ namespace fs = std::filesystem;
 class ExportWriterTest : public testing::Test {
  protected:
   void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "quillon-export-test-XXXXXX").string();
-    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-    root = pattern;
     fs::create_directories(root / "support" / "Themes");
     fs::create_directories(root / "out");
   }
-  void TearDown() override { fs::remove_all(root); }
 
-  static std::string read(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream buffer;
-    buffer << in.rdbuf();
-    return buffer.str();
-  }
+  static std::string read(const fs::path& file) { return TemporaryFolder::read(file); }
 
   std::size_t entriesIn(const fs::path& folder) {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}));
   }
 
-  fs::path root;
+  TemporaryFolder temporary;
+  const fs::path& root = temporary.path();
 };
 
 TEST_F(ExportWriterTest, UnwritableFolderIsCouldNotWrite) {

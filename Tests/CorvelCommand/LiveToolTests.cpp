@@ -8,9 +8,9 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include "CorvelCommand/Locations.h"
+#include "TemporaryFolder.h"
 
 namespace corvel {
 namespace {
@@ -19,20 +19,13 @@ namespace fs = std::filesystem;
 
 class LiveToolTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "quillon-live-XXXXXX").string();
-    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-    folder = pattern;
-  }
-  void TearDown() override { fs::remove_all(folder); }
-
   std::string put(const std::string& name, std::string_view bytes) {
-    const fs::path path = folder / name;
-    std::ofstream(path, std::ios::binary) << bytes;
-    return path.string();
+    TemporaryFolder::write(folder / name, bytes);
+    return (folder / name).string();
   }
 
-  fs::path folder;
+  TemporaryFolder temporary;
+  const fs::path& folder = temporary.path();
 };
 
 TEST_F(LiveToolTest, ReadsOnlyRegularFilesWithinTheLimit) {

@@ -13,12 +13,11 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 #include <map>
-#include <sstream>
 
 #include "CorvelCommand/Locations.h"
 #include "CorvelCore/Automation/CommandLineInterface.h"
+#include "TemporaryFolder.h"
 
 extern char** environ;
 
@@ -33,28 +32,15 @@ struct Outcome {
   std::string err;
 };
 
-std::string slurp(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream buffer;
-  buffer << in.rdbuf();
-  return buffer.str();
-}
-
-void spit(const fs::path& file, std::string_view text) {
-  fs::create_directories(file.parent_path());
-  std::ofstream(file, std::ios::binary) << text;
-}
+std::string slurp(const fs::path& file) { return TemporaryFolder::read(file); }
+void spit(const fs::path& file, std::string_view text) { TemporaryFolder::write(file, text); }
 
 class QuillonTest : public testing::Test {
  protected:
   void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "quillon-e2e-XXXXXX").string();
-    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-    home = pattern;
     support = Locations::supportFolder(environment());
     fs::create_directories(support);
   }
-  void TearDown() override { fs::remove_all(home); }
 
   // The environment the tool runs in: the throw-away home, and XDG folders
   // inside it.
@@ -131,7 +117,8 @@ class QuillonTest : public testing::Test {
     return files;
   }
 
-  fs::path home;
+  TemporaryFolder temporary;
+  const fs::path& home = temporary.path();
   fs::path support;
 };
 
