@@ -62,6 +62,7 @@ TEST(LayerKeyTests, invalidEntriesAreRefusedWithTheirError) {
 TEST(LayerKeyTests, entriesAreReadAndWrittenInTheirCanonicalForm) {
   const std::string longText(2500, 't');
   const std::string longLabel(130, 'l');
+  const std::string longID = "com.example." + std::string(188, 'x');
   const struct {
     std::string read;
     std::string written;
@@ -69,8 +70,23 @@ TEST(LayerKeyTests, entriesAreReadAndWrittenInTheirCanonicalForm) {
   } cases[] = {
       {R"({"action":{"type":"openApp","bundleID":"com.apple.mail"}})",
        R"({"action":{"type":"openApp","bundleID":"com.apple.mail","name":"com.apple.mail"}})", 0},
-      {R"({"action":{"type":"openApp","bundleID":"com.apple.mail","name":7}})",
-       R"({"action":{"type":"openApp","bundleID":"com.apple.mail","name":7}})", 0},
+      {R"({"action":{"type":"openApp","bundleID":"com.apple.mail","name":7,"icon":1}})",
+       R"({"action":{"type":"openApp","bundleID":"com.apple.mail","name":"com.apple.mail","icon":1}})",
+       0},
+      // An app without a name goes by its whole bundle identifier, even one
+      // longer than a name may be, and a name that is that identifier is
+      // not cut either; any other name is.
+      {R"({"action":{"type":"openApp","bundleID":")" + longID + R"("}})",
+       R"({"action":{"type":"openApp","bundleID":")" + longID + R"(","name":")" + longID + R"("}})",
+       0},
+      {R"({"action":{"type":"openApp","bundleID":")" + longID + R"(","name":")" + longID + R"("}})",
+       R"({"action":{"type":"openApp","bundleID":")" + longID + R"(","name":")" + longID + R"("}})",
+       0},
+      {R"({"action":{"type":"openApp","bundleID":")" + longID + R"(","name":")" + longID +
+           R"(s"}})",
+       R"({"action":{"type":"openApp","bundleID":")" + longID + R"(","name":")" +
+           longID.substr(0, 120) + R"("}})",
+       0},
       {R"({"action":{"type":"openApp","bundleID":"com.apple.mail","name":"\u200b"}})",
        R"({"action":{"type":"openApp","bundleID":"com.apple.mail","name":"com.apple.mail"}})", 1},
       {R"({"action":{"type":"typeText","text":")" + longText + R"("}})",

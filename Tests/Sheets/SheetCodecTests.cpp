@@ -52,6 +52,7 @@ TEST(SheetCodecTests, entriesAreReadInTheirCanonicalForm) {
   EXPECT_EQ(sheet->added[0].group, "Files");
   EXPECT_EQ(sheet->added[1].group, AddedShortcut::defaultGroup);
   EXPECT_EQ(sheet->added[2].group, AddedShortcut::defaultGroup);
+  EXPECT_TRUE(sheet->added[2].extras.empty());
   EXPECT_EQ(sheet->unparsed.size(), 7u);
   EXPECT_EQ(sheet->unparsed[0], parse(R"({"rename":{"cmd+q":5}})"));
   EXPECT_EQ(sheet->unparsed[2], parse(R"({"hide":[7]})"));
@@ -78,7 +79,7 @@ TEST(SheetCodecTests, writingPutsEveryEntryBackAndIsStable) {
   EXPECT_EQ(member(written, "add"), parse(R"([
       {"keys":"ctrl+k ctrl+s","name":"Save all","group":"Files","pinned":true},
       {"keys":"cmd+j","name":"Jump","group":"Added"},
-      {"keys":"cmd+l","name":"Lock","group":4},
+      {"keys":"cmd+l","name":"Lock","group":"Added"},
       {"keys":"cmd+m","name":"   "},
       {"keys":"nonsense","name":"Bad"},
       "just text"])"));

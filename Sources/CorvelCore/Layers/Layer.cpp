@@ -20,30 +20,6 @@ std::int64_t countFrom(const JSONValue* value, std::int64_t limit) {
   return static_cast<std::int64_t>(std::trunc(std::min(*number, static_cast<double>(limit))));
 }
 
-// True when `json` is exactly the trigger's own written form, so that
-// nothing of it would be lost by writing the trigger again. Checked without
-// building that form, as every layer of a file passes here.
-bool isOwnForm(const JSONValue& json, const LayerTrigger& trigger) {
-  const JSONObject* object = json.asObject();
-  if (object == nullptr || object->size() != 1) return false;
-  const JSONValue* partsJSON = object->find("parts");
-  const JSONArray* parts = partsJSON == nullptr ? nullptr : partsJSON->asArray();
-  if (parts == nullptr || parts->size() != trigger.parts().size()) return false;
-  for (std::size_t index = 0; index < parts->size(); ++index) {
-    const JSONObject* part = (*parts)[index].asObject();
-    if (part == nullptr || part->size() != 2) return false;
-    const JSONValue* modifier = part->find("modifier");
-    const JSONValue* side = part->find("side");
-    if (modifier == nullptr || side == nullptr || modifier->asString() == nullptr ||
-        side->asString() == nullptr ||
-        *modifier->asString() != rawValue(trigger.parts()[index].modifier) ||
-        *side->asString() != rawValue(trigger.parts()[index].side)) {
-      return false;
-    }
-  }
-  return true;
-}
-
 // The members a layer object reads, in the order of Field.
 enum Field : std::size_t {
   idField,
@@ -109,7 +85,6 @@ void Layer::dropUnknownParts() {
     }
   }
   extras = JSONObject();
-  triggerAsRead.reset();
   std::erase_if(keys, [](const auto& entry) { return !canTake(entry.first); });
 }
 
@@ -123,17 +98,9 @@ JSONValue Layer::json() const {
   // default the layer uses meanwhile.
   if (!extras.contains("enabled")) object.set("enabled", enabled);
   if (!extras.contains("kind")) object.set("kind", JSONValue(rawValue(kind)));
-  if (triggerAsRead && LayerTrigger::fromJSON(*triggerAsRead) == trigger) {
-    object.set("trigger", *triggerAsRead);
-  } else {
-    object.set("trigger", trigger.json());
-  }
+  object.set("trigger", trigger.json());
   if (!extras.contains("holdDelay")) object.set("holdDelay", cleanDelay(holdDelay, kind));
-  if (appScope) {
-    object.set("appScope", *appScope);
-  } else if (!extras.contains("appScope")) {
-    object.set("appScope", nullptr);
-  }
+  object.set("appScope", appScope ? JSONValue(*appScope) : JSONValue());
   if (needsReview) {
     object.set("needsReview", true);
     if (removedCharacters >= 1) {
@@ -207,7 +174,6 @@ std::expected<Layer, LayerError> Layer::fromJSON(const JSONValue& json, std::int
   std::optional<LayerTrigger> trigger =
       isPresent(triggerJSON) ? LayerTrigger::fromJSON(*triggerJSON) : std::nullopt;
   if (!trigger || trigger->empty()) return std::unexpected(LayerError::badLayer());
-  if (!isOwnForm(*triggerJSON, *trigger)) layer.triggerAsRead = *triggerJSON;
   layer.trigger = std::move(*trigger);
 
   if (const JSONValue* kind = found[kindField]; isPresent(kind)) {
@@ -222,11 +188,10 @@ std::expected<Layer, LayerError> Layer::fromJSON(const JSONValue& json, std::int
 
   layer.name.clear();
   if (const JSONValue* name = found[nameField]; isPresent(name)) {
-    // A name that is not a text is not kept: the layer's own name always
-    // takes its place when written, so keeping it would only make this
-    // layer differ from the one its written form reads back as.
     if (const std::string* text = name->asString()) {
       layer.name = DocumentRules::cleanedAndCut(*text, maxNameLength, cleaned);
+    } else {
+      keep("name", *name);
     }
   }
   if (DocumentRules::isBlank(layer.name)) layer.name = defaultName;

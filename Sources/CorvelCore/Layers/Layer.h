@@ -70,11 +70,6 @@ struct Layer {
   std::int64_t removedCharacters = 0;
   // Key entries that could not be used and were left out; never negative.
   std::int64_t leftOutKeys = 0;
-  // The trigger's JSON as read, when it held more than the trigger's own
-  // form (members this version does not know, repeated or reordered parts);
-  // written back instead of the trigger's form while `trigger` still reads
-  // from it.
-  std::optional<JSONValue> triggerAsRead;
 
   Layer() = default;
   // A missing hold delay takes the kind's default; the delay then passes
@@ -97,28 +92,32 @@ struct Layer {
   [[nodiscard]] static bool canTake(KeyID key);
 
   // Adds the kept unread key entries to `leftOutKeys`, forgets every kept
-  // unknown part of the layer (`extras`, `triggerAsRead`), and removes the
-  // keys `canTake` refuses.
+  // unknown part of the layer (`extras`), and removes the keys `canTake`
+  // refuses.
   void dropUnknownParts();
 
   // The id, trigger and hold delay, for the code that arms layers.
   [[nodiscard]] LayerArming arming() const;
 
-  // The JSON form. Starts from `extras`; "id", "name" and "trigger" always
-  // replace a kept value, while a kept "enabled", "kind", "holdDelay",
-  // "fill" (when the layer has none) and "appScope" (when the layer has
-  // none) is written back unchanged. "needsReview", "removedCharacters" and
-  // "leftOutKeys" are written only for a layer that needs review, the
-  // counts only when at least 1. "keys" holds each key's form under its
-  // identifier, merged with the kept unread entries (a kept entry never
-  // replaces a key the layer holds).
+  // The JSON form. Starts from `extras`; "id", "name", "trigger" (in its
+  // normal form) and "appScope" (the scope, or null) always replace a kept
+  // value, while a kept "enabled", "kind", "holdDelay" and "fill" (when the
+  // layer has none) is written back unchanged. "needsReview",
+  // "removedCharacters" and "leftOutKeys" are written only for a layer that
+  // needs review, the counts only when at least 1. "keys" holds each key's
+  // form under its identifier, merged with the kept unread entries (a kept
+  // entry never replaces a key the layer holds).
   [[nodiscard]] JSONValue json() const;
 
   // Reads a layer object. Fails with badLayer when the value is not an
   // object, "id" is not a UUID text (either letter case), "trigger" is
   // missing, unreadable or has no parts, or "appScope" is a non-empty text
   // that is not a bundle identifier. Everything else is lenient: a null
-  // member counts as missing; "kind" defaults to custom, "enabled" to false;
+  // member counts as missing; a "name", "kind", "holdDelay", "fill",
+  // "appScope", "enabled" or "keys" of the wrong type is kept in `extras`
+  // under its own name while the layer uses its default (a kept "name" or
+  // "appScope" is not written back: the layer's own value takes its place);
+  // "kind" defaults to custom, "enabled" to false;
   // the name is cleaned, cut to 64 characters and "Layer" when blank; the
   // hold delay passes `cleanDelay`; a layer read with "needsReview" (true or
   // not a Boolean) is off; the counts are clamped to 2,000,000 and 100,000;

@@ -9,7 +9,6 @@
 #include "CorvelCore/Keyboard/KeyID.h"
 #include "CorvelCore/Layers/DocumentRules.h"
 #include "CorvelCore/Layers/LayerNames.h"
-#include "CorvelCore/TextLimits/TextLimits.h"
 #include "CorvelCore/Support/Overloaded.h"
 
 namespace corvel {
@@ -56,22 +55,23 @@ const std::string* optionalTextOf(const Fields& fields, Field field, JSONObject&
   return nullptr;
 }
 
-// The name an app goes by when none was given: its bundle identifier, kept to
-// a name's length so that writing it and reading it again changes nothing.
-std::string fallbackName(const std::string& bundleID) {
-  return TextLimits::cut(bundleID, LayerAction::maxNameLength);
-}
-
-Read readOpenApp(const Fields& fields, JSONObject& kept, std::int64_t& removed) {
+Read readOpenApp(const Fields& fields, JSONObject&, std::int64_t& removed) {
   const std::string* bundleID = textOf(fields, bundleIDField);
   if (bundleID == nullptr || !LayerNames::isBundleID(*bundleID)) {
     return std::unexpected(LayerError::badAction());
   }
+  // An app without a usable name goes by its whole bundle identifier. A
+  // name that is that identifier is taken whole as well, not cut to a
+  // name's length: that is how such an app's name is written, and reading
+  // it back must give the same name. A bundle identifier is clean and at
+  // most 255 bytes, so the name stays short.
   std::string name;
-  if (const std::string* given = optionalTextOf(fields, nameField, kept)) {
-    name = DocumentRules::cleanedAndCut(*given, LayerAction::maxNameLength, removed);
+  if (const std::string* given = textOf(fields, nameField)) {
+    name = *given == *bundleID
+               ? *given
+               : DocumentRules::cleanedAndCut(*given, LayerAction::maxNameLength, removed);
   }
-  if (name.empty()) name = fallbackName(*bundleID);
+  if (name.empty()) name = *bundleID;
   return LayerAction::OpenApp{*bundleID, std::move(name)};
 }
 
@@ -153,11 +153,7 @@ JSONValue LayerAction::json() const {
   std::visit(Overloaded{
                  [&](const OpenApp& action) {
                    own.emplace_back("bundleID", action.bundleID);
-                   // A name this version could not read survives while the
-                   // app still goes by the fallback it was given instead.
-                   if (action.name != fallbackName(action.bundleID) || !extras.contains("name")) {
-                     own.emplace_back("name", action.name);
-                   }
+                   own.emplace_back("name", action.name);
                  },
                  [&](const TypeText& action) { own.emplace_back("text", action.text); },
                  [&](const SendShortcut& action) {

@@ -6,7 +6,7 @@
 //   { "type": "typeText", "text": "Kind regards" }
 //   { "type": "sendShortcut", "modifiers": ["shift", "command"], "key": "keyK" }
 //   { "type": "showSymbol", "name": "star.fill", "caption": "Stars" }
-// Members this version does not know, and an optional member of the wrong
+// Members this version does not know, and a symbol's "caption" of the wrong
 // type, are kept in `extras` and written back.
 #pragma once
 
@@ -64,9 +64,8 @@ struct LayerAction {
 
   // The JSON form above: `extras`, then "type" and the case's members. The
   // modifiers of a shortcut are written in the order fn, control, option,
-  // shift, command; a symbol's "caption" only when set. A kept "name" of
-  // the wrong type is written back while the app's name is still its bundle
-  // identifier (the name it fell back to).
+  // shift, command; an app's "name" always; a symbol's "caption" only when
+  // set.
   [[nodiscard]] JSONValue json() const;
 
   // Reads the JSON form; texts are cleaned and cut, and the scalars cleaning
@@ -77,7 +76,10 @@ struct LayerAction {
   // "sendShortcut" whose "key" is no key identifier or whose "modifiers" is
   // not an array of modifier names, and a "showSymbol" whose "name" fails
   // LayerNames::isSymbolName. An app's missing, wrong-typed or empty "name"
-  // is its bundle identifier; names and captions are cut to 120 characters.
+  // is its whole bundle identifier (the wrong-typed value is not kept: the
+  // name is always written in its place), and so is a "name" that is
+  // exactly the bundle identifier; other names, and captions, are cut to
+  // 120 characters.
   [[nodiscard]] static std::expected<LayerAction, LayerError> fromJSON(const JSONValue& json,
                                                                        std::int64_t& removed);
 

@@ -51,9 +51,9 @@ GateDecision LayerGate::keyWentDown(std::uint16_t keyCode, std::uint64_t flags, 
   holds_.heldChanged(mask, t);
 
   if (isRepeat) {
-    Taken* taken = findTaken(keyCode);
-    if (taken == nullptr) return GateDecision::pass();
-    taken->at = t;
+    const std::optional<std::size_t> index = findTaken(keyCode);
+    if (!index) return GateDecision::pass();
+    taken(*index).at = t;
     return GateDecision::swallow();
   }
 
@@ -68,10 +68,10 @@ GateDecision LayerGate::keyWentDown(std::uint16_t keyCode, std::uint64_t flags, 
 }
 
 GateDecision LayerGate::keyWentUp(std::uint16_t keyCode, std::uint64_t t) {
-  Taken* taken = findTaken(keyCode);
-  if (taken == nullptr) return GateDecision::pass();
-  const std::uint64_t at = taken->at;
-  dropTaken(taken);
+  const std::optional<std::size_t> index = findTaken(keyCode);
+  if (!index) return GateDecision::pass();
+  const std::uint64_t at = taken(*index).at;
+  dropTaken(index);
   if (t > at && t - at > staleAfterNs) return GateDecision::pass();
   return GateDecision::swallow();
 }
@@ -83,39 +83,53 @@ bool LayerGate::assigns(std::size_t route, std::uint16_t keyCode) const {
   return std::binary_search(codes_[route].begin(), codes_[route].end(), keyCode);
 }
 
-LayerGate::Taken* LayerGate::findTaken(std::uint16_t keyCode) {
-  for (std::size_t i = 0; i < swallowedCount_; ++i) {
-    if (swallowedAt_[i].keyCode == keyCode) return &swallowedAt_[i];
+LayerGate::Taken& LayerGate::taken(std::size_t index) {
+  return index < swallowReserve ? fixed_[index] : grown_[index - swallowReserve];
+}
+
+const LayerGate::Taken& LayerGate::taken(std::size_t index) const {
+  return index < swallowReserve ? fixed_[index] : grown_[index - swallowReserve];
+}
+
+std::optional<std::size_t> LayerGate::findTaken(std::uint16_t keyCode) const {
+  for (std::size_t index = 0; index < takenCount(); ++index) {
+    if (taken(index).keyCode == keyCode) return index;
   }
-  return nullptr;
+  return std::nullopt;
 }
 
 void LayerGate::recordTaken(std::uint16_t keyCode, std::uint64_t t) {
-  if (Taken* taken = findTaken(keyCode)) {
-    taken->at = t;
+  if (const std::optional<std::size_t> index = findTaken(keyCode)) {
+    taken(*index).at = t;
     return;
   }
-  if (swallowedCount_ < swallowCapacity) {
-    swallowedAt_[swallowedCount_++] = {keyCode, t};
-    return;
+  // Forgetting any pending entry would let an app see a key-up whose
+  // key-down it never saw, so past the fixed entries the storage grows.
+  if (fixedCount_ < swallowReserve) {
+    fixed_[fixedCount_++] = {keyCode, t};
+  } else {
+    grown_.push_back({keyCode, t});
   }
-  // More keys pending than hands can hold: the oldest is surely stale.
-  auto oldest = std::min_element(swallowedAt_.begin(), swallowedAt_.end(),
-                                 [](const Taken& a, const Taken& b) { return a.at < b.at; });
-  *oldest = {keyCode, t};
 }
 
-void LayerGate::dropTaken(Taken* entry) {
-  if (entry == nullptr) return;
-  // Order does not matter: move the last entry into the gap.
-  *entry = swallowedAt_[swallowedCount_ - 1];
-  --swallowedCount_;
+void LayerGate::dropTaken(std::optional<std::size_t> index) {
+  if (!index) return;
+  // Order does not matter: the last entry fills the gap, so that grown
+  // entries move into the fixed ones as soon as there is room.
+  taken(*index) = taken(takenCount() - 1);
+  if (grown_.empty()) {
+    --fixedCount_;
+  } else {
+    grown_.pop_back();
+  }
 }
 
 std::vector<std::uint16_t> LayerGate::swallowed() const {
   std::vector<std::uint16_t> codes;
-  codes.reserve(swallowedCount_);
-  for (std::size_t i = 0; i < swallowedCount_; ++i) codes.push_back(swallowedAt_[i].keyCode);
+  codes.reserve(takenCount());
+  for (std::size_t index = 0; index < takenCount(); ++index) {
+    codes.push_back(taken(index).keyCode);
+  }
   std::sort(codes.begin(), codes.end());
   return codes;
 }

@@ -22,14 +22,19 @@
 //     touching any state, so a layer's own keystrokes cannot spoil its hold.
 //   - Event types other than the three below pass.
 //
-// Deciding never allocates once the gate is built: the keys whose key-up is
-// pending live in fixed storage for `swallowCapacity` keys; when it is full,
-// the oldest entry gives way.
+// Every key-down a layer runs has its key-up swallowed, however many are
+// pending at once: the gate sets no limit. The first `swallowReserve` pending
+// keys live in fixed storage inside the gate, so that deciding does not
+// allocate in any ordinary use; more (only a keyboard mashed while a layer
+// shows, or key-ups the gate never saw) go to storage that grows. There is
+// at most one entry per key code that names a key, so it never holds more
+// entries than the keyboard has keys.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <span>
 #include <variant>
@@ -97,8 +102,8 @@ class LayerGate {
   static constexpr std::uint32_t flagsChanged = 12;
   // A key-down taken longer ago than this no longer has its key-up swallowed.
   static constexpr std::uint64_t staleAfterNs = 5'000'000'000;
-  // Keys whose key-up can be pending at once.
-  static constexpr std::size_t swallowCapacity = 32;
+  // Pending key-ups held without allocating; more are held too.
+  static constexpr std::size_t swallowReserve = 32;
 
   // A gate over `routes`, one hold per route in order; events whose user
   // data equals `ownTag` are the app's own.
@@ -132,15 +137,21 @@ class LayerGate {
                            std::uint64_t t);
   GateDecision keyWentUp(std::uint16_t keyCode, std::uint64_t t);
   [[nodiscard]] bool assigns(std::size_t route, std::uint16_t keyCode) const;
-  Taken* findTaken(std::uint16_t keyCode);
+  // The pending entries are numbered 0 ..< takenCount(): the fixed ones
+  // first, then the grown ones, which exist only while the fixed ones are full.
+  [[nodiscard]] std::size_t takenCount() const { return fixedCount_ + grown_.size(); }
+  Taken& taken(std::size_t index);
+  [[nodiscard]] const Taken& taken(std::size_t index) const;
+  [[nodiscard]] std::optional<std::size_t> findTaken(std::uint16_t keyCode) const;
   void recordTaken(std::uint16_t keyCode, std::uint64_t t);
-  void dropTaken(Taken* entry);
+  void dropTaken(std::optional<std::size_t> index);
 
   LayerHolds holds_;
   std::vector<std::vector<std::uint16_t>> codes_;  // per route, ascending
   std::int64_t ownTag_;
-  std::array<Taken, swallowCapacity> swallowedAt_{};
-  std::size_t swallowedCount_ = 0;
+  std::array<Taken, swallowReserve> fixed_{};
+  std::size_t fixedCount_ = 0;
+  std::vector<Taken> grown_;  // keeps its storage once grown
 };
 
 }  // namespace corvel

@@ -16,7 +16,10 @@ double bezierX(double u) { return u * u * u + 3 * controlX * u * u * (1 - u); }
 
 double bezierY(double u) { return u * u * u + 3 * controlY * u * u * (1 - u); }
 
-// 1 until `holdFull`, then eased out to 0 over `fadeLength` seconds.
+// 1 until `holdFull`, then eased out to 0 over `fadeLength` seconds. The
+// eased ratio clamps into 0...1, so a fade length of 0 ends the effect
+// right after `holdFull` (the ratio is infinite), and a negative or NaN one
+// keeps it at full opacity (the ratio is negative or NaN, which eases to 0).
 double fade(double t, double fadeLength) {
   if (t <= EffectCurves::holdFull) return 1;
   return 1 - EffectCurves::easeOut((t - EffectCurves::holdFull) / fadeLength);
@@ -51,10 +54,7 @@ EffectCurves::Sample EffectCurves::trailDotAt(double t, bool reduceMotion) {
   return {scale, fade(t, trailDuration - holdFull)};
 }
 
-double EffectCurves::heldOpacity(double t, double duration) {
-  if (!(duration > holdFull)) return t <= holdFull ? 1 : 0;
-  return fade(t, duration - holdFull);
-}
+double EffectCurves::heldOpacity(double t, double duration) { return fade(t, duration - holdFull); }
 
 double EffectCurves::softEdge(double radius) {
   // fmax ignores a NaN radius and gives the floor.

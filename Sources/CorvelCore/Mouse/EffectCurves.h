@@ -51,9 +51,11 @@ struct EffectCurves {
   // reduced motion), holds full opacity for `holdFull` and fades out by
   // `trailDuration`.
   [[nodiscard]] static Sample trailDotAt(double t, bool reduceMotion);
-  // The opacity at t of an effect that lives `duration` seconds: full for
-  // `holdFull`, then eased out to 0 at `duration`. A duration no longer than
-  // `holdFull` leaves nothing to fade over: the effect vanishes after `holdFull`.
+  // The opacity at t of an effect that lives `duration` seconds: 1 while
+  // t <= `holdFull`, then 1 - easeOut((t - holdFull) / (duration - holdFull)),
+  // which reaches 0 at `duration`. As the eased ratio clamps into 0...1, a
+  // duration of exactly `holdFull` gives 0 after `holdFull`, and a shorter
+  // (or NaN) duration, whose ratio is negative, keeps the opacity at 1.
   [[nodiscard]] static double heldOpacity(double t, double duration);
   // The width of the soft border of a spotlight circle of `radius`: a quarter
   // of the radius, at least 16 points.

@@ -12,9 +12,7 @@ JSONValue AddedShortcut::json() const {
   JSONObject object = extras;
   object.set("keys", KeySpec::format(keys));
   object.set("name", name);
-  // A group this version could not read survives while the shortcut still
-  // sits in the default group it was put in instead.
-  if (group != defaultGroup || !extras.contains("group")) object.set("group", group);
+  object.set("group", group);
   return object;
 }
 
@@ -32,17 +30,15 @@ std::optional<AddedShortcut> AddedShortcut::fromJSON(const JSONValue& json) {
   AddedShortcut shortcut;
   shortcut.keys = std::move(*keys);
   shortcut.name = TextLimits::cut(*name, maxTextLength);
-  std::optional<JSONValue> keptGroup;
+  // A group that is not a text is not kept: the shortcut's own group is
+  // always written in its place.
   if (const JSONValue* group = reader.lookUp("group")) {
     if (const std::string* text = group->asString()) {
       std::string cut = TextLimits::cut(*text, maxTextLength);
       if (!DocumentRules::isBlank(cut)) shortcut.group = std::move(cut);
-    } else {
-      keptGroup = *group;
     }
   }
   shortcut.extras = reader.extras();
-  if (keptGroup) shortcut.extras.set("group", std::move(*keptGroup));
   return shortcut;
 }
 

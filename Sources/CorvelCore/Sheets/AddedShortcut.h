@@ -29,12 +29,11 @@ struct AddedShortcut {
   std::vector<KeyCombo> keys;
   std::string name;
   std::string group{defaultGroup};
-  // Members this version does not know, and a "group" of the wrong type.
+  // Members this version does not know.
   JSONObject extras;
 
   // The JSON form: `extras`, then "keys" (the canonical shortcut text),
-  // "name" and "group"; a kept "group" of the wrong type is written back
-  // while the group is still the default it fell back to.
+  // "name" and "group".
   [[nodiscard]] JSONValue json() const;
 
   // Reads the JSON form, or nothing: the value must be an object whose

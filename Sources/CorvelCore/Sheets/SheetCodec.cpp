@@ -38,15 +38,26 @@ JSONValue unparsedElement(std::string_view section, const JSONValue& element) {
 void readRename(const JSONObject& members, SheetOverrides& overrides) {
   // Members come in ascending order of their keys, so of two spellings of
   // one shortcut the later key's label is the one kept.
-  for (const auto& [key, value] : members) {
+  std::vector<const JSONObject::Member*> unread;
+  for (const auto& member : members) {
+    const auto& [key, value] = member;
     auto shortcut = canonicalShortcut(JSONValue(key));
     const std::string* label = value.asString();
     if (shortcut && label != nullptr) {
       overrides.renamed.insert_or_assign(std::move(*shortcut),
                                          TextLimits::cut(*label, SheetOverrides::maxTextLength));
     } else {
-      overrides.unparsed.push_back(unparsedMember(renameKey, key, value));
+      unread.push_back(&member);
     }
+  }
+  // An unread member spelled exactly as the canonical text of a shortcut
+  // that another spelling renames would be written under the same key as
+  // that label, and only one of the two can be: the label this version
+  // reads wins, and the unread value is let go, so that the sheet reads
+  // back as it was read. Unread members under any other spelling are kept.
+  for (const JSONObject::Member* member : unread) {
+    if (overrides.renamed.contains(member->first)) continue;
+    overrides.unparsed.push_back(unparsedMember(renameKey, member->first, member->second));
   }
 }
 
@@ -98,13 +109,13 @@ std::expected<SheetOverrides, SheetError> SheetCodec::decode(std::string_view da
     return std::unexpected(SheetError::missingApp());
   }
   overrides.bundleID = *bundleID->asString();
-  overrides.appName =
-      TextLimits::cut(appReader.string("name", overrides.bundleID), SheetOverrides::maxTextLength);
-  // The bundle identifier stands in for a blank name within the same limit,
-  // as it does for a missing one, so that the name written reads back as is.
-  if (DocumentRules::isBlank(overrides.appName)) {
-    overrides.appName = TextLimits::cut(overrides.bundleID, SheetOverrides::maxTextLength);
-  }
+  // An app without a usable name goes by its whole bundle identifier. A name
+  // that is that identifier is taken whole too, not cut to a name's length:
+  // that is how such an app's name is written, and reading it back must
+  // give the same name. A bundle identifier is at most 255 bytes.
+  std::string name = appReader.string("name", overrides.bundleID);
+  if (name != overrides.bundleID) name = TextLimits::cut(name, SheetOverrides::maxTextLength);
+  overrides.appName = DocumentRules::isBlank(name) ? overrides.bundleID : std::move(name);
   JSONObject appExtras = appReader.extras();
 
   const JSONValue* rename = reader.lookUp(renameKey);
