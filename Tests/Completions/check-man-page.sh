@@ -2,7 +2,8 @@
 # check-man-page.sh PAGE COMMAND...
 # Checks the manual page PAGE: groff and man render it without a warning,
 # and every line of the usage text that COMMAND prints (quillon help) reads
-# in the rendered page, each exit code with its meaning included. Exits 77
+# in the rendered page, each exit code with its meaning included, and each
+# other spelling of an option or a command stands beside it. Exits 77
 # (skipped) when groff or man is not installed.
 set -u
 page=$1
@@ -55,6 +56,12 @@ while IFS= read -r line; do
   checked=$((checked + 1))
   [[ $rendered == *"$line"* ]] || fail "the page lacks the usage line: $line"
 done <<<"$usage"
+
+# Another spelling of an option or a command stands beside it.
+for spelled in "-f FILE, --file FILE" "-k KEY=VALUE, --key KEY=VALUE" "version, --version"; do
+  checked=$((checked + 1))
+  [[ $rendered == *"$spelled"* ]] || fail "the page lacks: $spelled"
+done
 
 ((checked > 20)) || fail "only $checked usage lines were checked; is the usage text printed?"
 echo "manual page: $checked usage lines checked, $failures problems."

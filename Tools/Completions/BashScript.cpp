@@ -201,13 +201,6 @@ _quillon() {
 complete -F _quillon quillon
 )BASH";
 
-std::string replaced(std::string_view text, std::string_view marker, std::string_view with) {
-  std::string out(text);
-  const std::size_t at = out.find(marker);
-  if (at != std::string::npos) out.replace(at, marker.size(), with);
-  return out;
-}
-
 std::string quotedCase(const std::string& text) { return "\"" + text + "\""; }
 
 // One `case` arm per value, matching every key that gives it; a long list
@@ -246,27 +239,27 @@ std::string BashScript::text(const CompletionModel& model) {
       subcommands["REPLY=(" + ScriptText::joined(subs, " ") + ")"].push_back(first);
   }
   for (const auto& command : model.commands) {
+    const std::string name = CommandGrammar::name(command);
     std::vector<std::string> words;
-    for (const auto& option : command.options) {
-      words.push_back(option.word);
-      if (option.value != ValueKind::none) {
-        valueKinds["REPLY=" + std::string(ScriptText::kindWord(option.value))].push_back(
-            command.name() + "|" + option.word);
+    for (const auto& use : command.options) {
+      const OptionSpec& option = *use.spec;
+      words.emplace_back(option.word);
+      if (option.completion != ValueKind::none) {
+        valueKinds["REPLY=" + std::string(ScriptText::kindWord(option.completion))].push_back(
+            name + "|" + std::string(option.word));
       }
     }
-    if (!words.empty()) {
-      options["REPLY=(" + ScriptText::joined(words, " ") + ")"].push_back(command.name());
+    if (!words.empty()) options["REPLY=(" + ScriptText::joined(words, " ") + ")"].push_back(name);
+    if (command.plain != nullptr) {
+      plainKinds["REPLY=" + std::string(ScriptText::kindWord(command.plain->completion))].push_back(
+          name);
     }
-    if (command.plain != ValueKind::none) {
-      plainKinds["REPLY=" + std::string(ScriptText::kindWord(command.plain))].push_back(
-          command.name());
+    std::vector<std::string> globs;
+    for (const auto& extension : CompletionModel::extensions(command)) {
+      globs.push_back(ScriptText::singleQuoted(ScriptText::anyCaseGlob(extension)));
     }
-    if (!command.extensions.empty()) {
-      std::vector<std::string> globs;
-      for (const auto& extension : command.extensions) {
-        globs.push_back(ScriptText::singleQuoted(ScriptText::anyCaseGlob(extension)));
-      }
-      extensions["REPLY=(" + ScriptText::joined(globs, " ") + ")"].push_back(command.name());
+    if (!globs.empty()) {
+      extensions["REPLY=(" + ScriptText::joined(globs, " ") + ")"].push_back(name);
     }
   }
   std::map<std::string, std::vector<std::string>> listings;
@@ -301,7 +294,7 @@ std::string BashScript::text(const CompletionModel& model) {
   text +=
       function("_quillon_listing", "The listing and members a live kind is read from, in REPLY.",
                "$1", caseArms(listings));
-  text += replaced(kHelpers.substr(1), "@AWK@", ScriptText::listedValuesAwk);
+  text += ScriptText::replaced(kHelpers.substr(1), "@AWK@", ScriptText::listedValuesAwk);
   return text;
 }
 

@@ -61,13 +61,6 @@ function __quillon_key_assignments
 end
 )FISH";
 
-std::string replaced(std::string_view text, std::string_view marker, std::string_view with) {
-  std::string out(text);
-  const std::size_t at = out.find(marker);
-  if (at != std::string::npos) out.replace(at, marker.size(), with);
-  return out;
-}
-
 // The text between fish's single quotes, where "\" and "'" are escaped.
 std::string fishQuoted(std::string_view text) {
   std::string quoted = "'";
@@ -79,14 +72,14 @@ std::string fishQuoted(std::string_view text) {
 }
 
 // The condition that the words typed so far are those given.
-std::string condition(std::string_view function, const std::string& words) {
+std::string condition(std::string_view function, std::string_view words) {
   std::string text(function);
-  if (!words.empty()) text += " " + words;
+  if (!words.empty()) text.append(" ").append(words);
   return fishQuoted(text);
 }
 
 // The arguments of `complete` that offer values of a kind.
-std::string values(const CompletionModel& model, const CompletedCommand& command, ValueKind kind) {
+std::string values(const CompletionModel& model, const CommandSpec& command, ValueKind kind) {
   switch (kind) {
     case ValueKind::none:
     case ValueKind::free:
@@ -111,7 +104,8 @@ std::string values(const CompletionModel& model, const CompletedCommand& command
     case ValueKind::importFile:
     case ValueKind::exportFile:
       return " -a " +
-             fishQuoted("(__quillon_files " + ScriptText::joined(command.extensions, " ") + ")");
+             fishQuoted("(__quillon_files " +
+                        ScriptText::joined(CompletionModel::extensions(command), " ") + ")");
   }
   return "";
 }
@@ -124,8 +118,8 @@ std::string FishScript::text(const CompletionModel& model) {
       "# Written by quillon-completions from the tool's own grammar; do not edit.\n";
   // The awk program sits between single quotes, where fish reads "\\" as "\".
   const std::string awk = fishQuoted(ScriptText::listedValuesAwk);
-  text +=
-      replaced(replaced(kHelpers, "'@AWK@'", awk), "@KEYS@", ScriptText::joined(model.keys, " "));
+  text += ScriptText::replaced(ScriptText::replaced(kHelpers, "'@AWK@'", awk), "@KEYS@",
+                               ScriptText::joined(model.keys, " "));
   text += "\n# Files only where a command takes one.\ncomplete -c quillon -f\n\n";
   for (const auto& first : model.firstWords()) {
     text += "complete -c quillon -n " + condition("__quillon_at", "") + " -a " + fishQuoted(first) +
@@ -137,18 +131,22 @@ std::string FishScript::text(const CompletionModel& model) {
       lines += "complete -c quillon -n " + condition("__quillon_at", command.first) + " -a " +
                fishQuoted(command.sub) + " -d " + fishQuoted(command.summary) + "\n";
     }
-    const std::string words = command.sub.empty() ? command.first : command.name();
-    for (const auto& option : command.options) {
+    const std::string words = CommandGrammar::name(command);
+    for (const auto& use : command.options) {
+      const OptionSpec& option = *use.spec;
       lines += "complete -c quillon -n " + condition("__quillon_seen", words);
       if (option.word.starts_with("--")) {
-        lines += " -l " + option.word.substr(2);
+        lines += " -l " + std::string(option.word.substr(2));
       } else {
-        lines += " -s " + option.word.substr(1);
+        lines += " -s " + std::string(option.word.substr(1));
       }
-      if (option.value != ValueKind::none) lines += " -x" + values(model, command, option.value);
+      if (option.completion != ValueKind::none) {
+        lines += " -x" + values(model, command, option.completion);
+      }
       lines += " -d " + fishQuoted(option.summary) + "\n";
     }
-    const std::string offered = values(model, command, command.plain);
+    const std::string offered =
+        command.plain != nullptr ? values(model, command, command.plain->completion) : "";
     if (!offered.empty()) {
       lines += "complete -c quillon -n " + condition("__quillon_at", words) + offered + "\n";
     }

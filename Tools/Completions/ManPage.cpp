@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <vector>
 
+#include "CorvelCore/Automation/CommandGrammar.h"
+#include "CorvelCore/Automation/CommandLineHelp.h"
 #include "CorvelCore/Automation/CommandLineInterface.h"
 #include "CorvelCore/Brand/Brand.h"
 #include "CorvelCore/TextLimits/UTF8.h"
@@ -13,130 +15,12 @@
 namespace corvel {
 namespace {
 
-// One example per command, by the command's name: the words after
-// "quillon" (single quotes group words) and what it does. Every example is
-// parsed by the tool's own parser before the page is written.
-struct Example {
-  std::string_view command;
-  std::string_view words;
-  std::string_view meaning;
-};
-constexpr std::array<Example, 21> kExamples{{
-    {"help", "help layers", "Print how the layers commands are used."},
-    {"version", "version", "Print the tool's version."},
-    {"show", "show --position bottom --width 900 --hide-after-ms 4000",
-     "Show the board at the bottom of the screen, 900 points wide, for four seconds."},
-    {"toggle", "toggle --theme space-black",
-     "Show the board in the theme space-black, or hide it when it shows."},
-    {"hide", "hide --fade-out-ms 300", "Hide the board, fading it out over 300 milliseconds."},
-    {"profile", "profile Presenting", "Switch to the profile named Presenting."},
-    {"theme", "theme space-black", "Switch to the theme whose id is space-black."},
-    {"layer show",
-     "layer show --text c=Copy --symbol v=doc.on.clipboard --symtext 'f=magnifyingglass|Find'",
-     "Show a layer for now: a word on C, a symbol on V, and a symbol with a word on F."},
-    {"layer reset", "layer reset", "Take the layer shown for now away again."},
-    {"layers list", "layers list --json", "List the stored layers as JSON."},
-    {"layers store",
-     "layers store --modifiers rcmd-rshift --name Apps --app s=Safari --app t=com.apple.Terminal",
-     "Store a layer named Apps, held on the right command and shift keys, whose S and T keys open "
-     "Safari and Terminal. It stays off until you turn it on."},
-    {"layers edit", "layers edit --name Apps --text n=Notes --unset-key t",
-     "Put the word Notes on N in the layer named Apps, and take away what T does."},
-    {"layers remove", "layers remove --modifiers rcmd-rshift",
-     "Remove the layer held on the right command and shift keys."},
-    {"layers export", "layers export --name Apps -f ~/Desktop/Apps.quillonlayer",
-     "Write the layer named Apps to a new file on the desktop."},
-    {"layers import", "layers import ~/Downloads/Apps.quillonlayer",
-     "Bring the layers of a file into Quillon."},
-    {"themes list", "themes list",
-     "List the built-in themes and your own; a * marks the theme in use."},
-    {"themes export", "themes export --name space-black -f ~/Desktop/space-black.quillontheme",
-     "Write the theme whose id is space-black to a new file."},
-    {"themes import", "themes import ~/Downloads/Night.quillontheme",
-     "Bring a theme file into Quillon."},
-    {"sheets list", "sheets list", "List the apps whose cheatsheets you changed."},
-    {"sheets export", "sheets export --app com.apple.Safari -f ~/Desktop/Safari.quillonsheet",
-     "Write the changes you made to Safari's cheatsheet to a new file."},
-    {"sheets import", "sheets import ~/Downloads/Safari.quillonsheet",
-     "Bring a cheatsheet file into Quillon."},
-}};
-
 // The files the tool reads, in the app's support folder on the Mac.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kFiles{{
     {"Layers.json", "The layers Quillon keeps."},
     {"Themes", "Your own themes."},
     {"Sheets", "Your changes to cheatsheets."},
 }};
-
-// The usage text cut into the parts the page shows.
-struct Usage {
-  std::string intro;                                       // the first sentence
-  std::vector<std::string> synopsis;                       // one line per command group
-  std::vector<std::string> keys;                           // the KEYS block, line by line
-  std::string notes;                                       // one paragraph
-  std::vector<std::pair<std::string, std::string>> exits;  // "0", "done"
-};
-
-std::vector<std::string> split(std::string_view text, std::string_view separator) {
-  std::vector<std::string> parts;
-  std::size_t start = 0;
-  while (true) {
-    const std::size_t at = text.find(separator, start);
-    parts.emplace_back(text.substr(start, at == std::string_view::npos ? at : at - start));
-    if (at == std::string_view::npos) return parts;
-    start = at + separator.size();
-  }
-}
-
-std::string trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
-}
-
-// The lines of a paragraph joined with blanks, each line trimmed.
-std::string reflowed(std::string_view paragraph) {
-  std::string text;
-  for (const auto& line : split(paragraph, "\n")) {
-    if (!text.empty()) text += ' ';
-    text += trimmed(line);
-  }
-  return text;
-}
-
-std::expected<Usage, std::string> readUsage(std::string_view text) {
-  const auto parts = split(text, "\n\n");
-  const std::string_view exitLead = "Exit codes: ";
-  if (parts.size() != 5 || !parts[1].starts_with("Usage:\n") || !parts[2].starts_with("KEYS ") ||
-      !parts[4].starts_with(exitLead)) {
-    return std::unexpected("the usage text is not intro, usage, KEYS, notes and exit codes");
-  }
-  Usage usage;
-  usage.intro = parts[0];
-  for (const auto& line : split(std::string_view(parts[1]).substr(7), "\n")) {
-    if (line.starts_with("  quillon ")) {
-      usage.synopsis.push_back(trimmed(line));
-    } else if (line.starts_with("      ") && !usage.synopsis.empty()) {
-      usage.synopsis.back() += " " + trimmed(line);
-    } else {
-      return std::unexpected("a usage line neither begins nor goes on a command: " + line);
-    }
-  }
-  usage.keys = split(parts[2], "\n");
-  usage.notes = reflowed(parts[3]);
-  std::string exits = reflowed(std::string_view(parts[4]).substr(exitLead.size()));
-  if (exits.ends_with('.')) exits.pop_back();
-  for (const auto& item : split(exits, ", ")) {
-    const std::size_t blank = item.find(' ');
-    if (blank == std::string::npos || blank == 0 ||
-        !std::all_of(item.begin(), item.begin() + static_cast<std::ptrdiff_t>(blank),
-                     [](unsigned char c) { return std::isdigit(c); })) {
-      return std::unexpected("an exit code is not a number and its meaning: " + item);
-    }
-    usage.exits.emplace_back(item.substr(0, blank), item.substr(blank + 1));
-  }
-  return usage;
-}
 
 // Words as a shell reads them, for the examples: blanks part words, single
 // quotes group them.
@@ -162,14 +46,9 @@ std::vector<std::string> shellWords(std::string_view text) {
   return words;
 }
 
-std::string capitalized(std::string_view text) {
+std::string sentence(std::string_view text) {
   std::string out(text);
   if (!out.empty()) out[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(out[0])));
-  return out;
-}
-
-std::string sentence(std::string_view text) {
-  std::string out = capitalized(text);
   if (!out.ends_with('.')) out += '.';
   return out;
 }
@@ -183,94 +62,150 @@ std::string listed(const std::vector<std::string>& items) {
   return text;
 }
 
-// A synopsis line that breaks only between whole parts: never inside
-// brackets or parentheses, nor between an option and its placeholder.
-std::string synopsisLine(std::string_view line) {
-  const auto words = split(line, " ");
-  std::string text = "\\fB" + ManPage::escaped(words.front()) + "\\fR";
-  int depth = 0;
-  for (std::size_t i = 1; i < words.size(); ++i) {
-    const std::string& word = words[i];
-    const std::string& before = words[i - 1];
-    for (const char c : before) {
-      if (c == '[' || c == '(') ++depth;
-      if (c == ']' || c == ')') --depth;
+// Text that never breaks across lines: its blanks unbreakable.
+std::string unbroken(std::string_view text) {
+  std::string out;
+  for (const char c : ManPage::escaped(text)) {
+    if (c == ' ') {
+      out += "\\ ";
+    } else {
+      out.push_back(c);
     }
-    const bool placeholder = before.starts_with('-') && !word.empty() &&
-                             std::string_view("-|[(").find(word.front()) == std::string_view::npos;
-    text += depth > 0 || placeholder ? "\\ " : " ";
-    text += ManPage::escaped(word);
+  }
+  return out;
+}
+
+// A usage line whose pieces break only between each other, "quillon" in bold.
+std::string synopsisLine(const std::vector<std::string>& pieces) {
+  std::string text = "\\fB" + ManPage::escaped(pieces.front()) + "\\fR";
+  for (std::size_t i = 1; i < pieces.size(); ++i) text += " " + unbroken(pieces[i]);
+  return text;
+}
+
+// An option's form such as "--text KEY=TEXT", never broken.
+std::string form(const OptionSpec& option) {
+  std::string text = "\\fB" + ManPage::escaped(option.word) + "\\fR";
+  if (!option.placeholder.empty()) {
+    text += "\\ \\fI" + ManPage::escaped(option.placeholder) + "\\fR";
   }
   return text;
 }
 
-// An option form such as "--text KEY=TEXT" that never breaks.
-std::string form(std::string_view word, std::string_view placeholder) {
-  std::string text = "\\fB" + ManPage::escaped(word) + "\\fR";
-  if (!placeholder.empty()) text += "\\ \\fI" + ManPage::escaped(placeholder) + "\\fR";
-  return text;
-}
-
-// Options with the same placeholder and description, gathered with the
-// commands that take them.
+// An option with its other spellings ("-f" and "--file"), and the commands
+// that take it.
 struct OptionEntry {
-  std::vector<std::string> words;
-  std::string placeholder;
-  std::string description;
+  std::string_view word;                     // the option's own word
+  std::string_view summary;                  // what it is for
+  std::vector<const OptionSpec*> spellings;  // the option first, then its other spellings
   std::vector<std::string> commands;
 };
 
-std::vector<OptionEntry> optionEntries(const CompletionModel& model, bool keyOptions) {
-  std::vector<OptionEntry> entries;
-  for (const auto& command : model.commands) {
-    for (const auto& option : command.options) {
-      if ((option.value == ValueKind::keyAssignment) != keyOptions) continue;
-      auto entry = std::find_if(entries.begin(), entries.end(), [&](const OptionEntry& e) {
-        return e.placeholder == option.placeholder && e.description == option.description;
-      });
-      if (entry == entries.end()) {
-        entries.push_back({{}, option.placeholder, option.description, {}});
-        entry = entries.end() - 1;
-      }
-      if (std::find(entry->words.begin(), entry->words.end(), option.word) == entry->words.end()) {
-        entry->words.push_back(option.word);
-      }
-      if (std::find(entry->commands.begin(), entry->commands.end(), command.name()) ==
-          entry->commands.end()) {
-        entry->commands.push_back(command.name());
-      }
-    }
+void add(std::vector<OptionEntry>& entries, const OptionSpec& option, std::string command) {
+  const std::string_view word = option.aliasOf.empty() ? option.word : option.aliasOf;
+  auto entry = std::find_if(entries.begin(), entries.end(), [&](const OptionEntry& e) {
+    return e.word == word && e.summary == option.summary;
+  });
+  if (entry == entries.end()) entry = entries.insert(entries.end(), {word, option.summary, {}, {}});
+  auto& spellings = entry->spellings;
+  if (std::none_of(spellings.begin(), spellings.end(),
+                   [&](const OptionSpec* s) { return s->word == option.word; })) {
+    spellings.insert(option.aliasOf.empty() ? spellings.begin() : spellings.end(), &option);
   }
-  return entries;
+  if (!command.empty() &&
+      std::find(entry->commands.begin(), entry->commands.end(), command) == entry->commands.end()) {
+    entry->commands.push_back(std::move(command));
+  }
 }
 
-std::string optionTag(const OptionEntry& entry) {
-  std::string tag;
-  for (const auto& word : entry.words) {
-    if (!tag.empty()) tag += ", ";
-    tag += form(word, entry.placeholder);
+std::string tag(const OptionEntry& entry) {
+  std::string text;
+  for (const OptionSpec* spelling : entry.spellings) {
+    if (!text.empty()) text += ", ";
+    text += form(*spelling);
   }
-  return tag;
+  return text;
+}
+
+// What the option is for and, when the tool says more about it, what its
+// value must be.
+std::string meaning(const OptionEntry& entry) {
+  std::string text(entry.summary);
+  const std::string_view description = CommandGrammar::description(*entry.spellings.front());
+  if (description != entry.summary) text.append(": ").append(description);
+  return ManPage::escaped(sentence(text));
 }
 
 AppMatch exampleApp(std::string_view) { return AppMatch::one("com.example.App"); }
 
-std::expected<std::string, std::string> examples(const CompletionModel& model) {
+std::expected<std::string, std::string> examples() {
   std::string text = ".SH EXAMPLES\n";
-  for (const auto& command : model.commands) {
-    if (command.first.starts_with('-')) continue;  // an alias of a command shown by its word
-    const auto example = std::find_if(kExamples.begin(), kExamples.end(), [&](const Example& e) {
-      return e.command == command.name();
-    });
-    if (example == kExamples.end()) return std::unexpected("no example of " + command.name());
-    const auto words = shellWords(example->words);
-    const auto action = CommandLineInterface::parse(words, "/Users/you", exampleApp);
+  for (const auto& command : CommandGrammar::commands()) {
+    if (!command.aliasOf.empty()) continue;
+    const auto words = shellWords(command.exampleWords);
+    const auto action =
+        CommandLineInterface::parse(words, {"/Users/you", "/Users/you", exampleApp});
     if (!action) {
-      return std::unexpected("the example of " + command.name() +
+      return std::unexpected("the example of " + CommandGrammar::name(command) +
                              " is refused: " + CommandLineInterface::message(action.error()));
     }
-    text += ".TP\n\\fBquillon " + ManPage::escaped(example->words) + "\\fR\n" +
-            ManPage::escaped(example->meaning) + "\n";
+    text += ".TP\n\\fBquillon " + ManPage::escaped(command.exampleWords) + "\\fR\n" +
+            ManPage::escaped(command.exampleMeaning) + "\n";
+  }
+  return text;
+}
+
+std::string commandsSection() {
+  std::string text = ".SH COMMANDS\n";
+  const auto commands = CommandGrammar::commands();
+  for (const auto& command : commands) {
+    if (!command.aliasOf.empty()) continue;
+    std::string tag = "\\fB" + ManPage::escaped(CommandGrammar::name(command)) + "\\fR";
+    for (const auto& alias : commands) {
+      if (command.sub.empty() && alias.aliasOf == command.first) {
+        tag += ", \\fB" + ManPage::escaped(alias.first) + "\\fR";
+      }
+    }
+    if (command.plain != nullptr) {
+      const std::string word = "\\fI" + ManPage::escaped(command.plain->word) + "\\fR";
+      tag += command.plain->optional ? " [" + word + "]" : " " + word;
+    }
+    text += ".TP\n" + tag + "\n" + ManPage::escaped(sentence(command.summary)) + "\n";
+  }
+  return text;
+}
+
+std::string optionsSection() {
+  std::vector<OptionEntry> entries;
+  for (const auto& command : CommandGrammar::commands()) {
+    for (const auto& use : command.options) {
+      if (!use.spec->option.givesKey()) add(entries, *use.spec, CommandGrammar::name(command));
+    }
+  }
+  std::string text = ".SH OPTIONS\n";
+  for (const auto& entry : entries) {
+    text += ".TP\n" + tag(entry) + "\n" + meaning(entry) + "\n" +
+            ManPage::escaped("Taken by " + listed(entry.commands) + ".") + "\n";
+  }
+  return text;
+}
+
+// The KEYS block of the usage text, the forms free to wrap between each
+// other, then each key option with its other spellings.
+std::string keysSection() {
+  std::vector<OptionEntry> entries;
+  for (const auto& option : CommandGrammar::keyOptions()) add(entries, option, {});
+  std::string forms;
+  for (const auto& entry : entries) {
+    if (!forms.empty()) forms += ' ';
+    forms += form(*entry.spellings.front());
+  }
+  std::string text =
+      ".SH KEYS\n" + ManPage::escaped(CommandLineHelp::keysTitle()) + "\n.PP\n" + forms + "\n";
+  for (const auto note : CommandLineHelp::keyNotes()) {
+    text += ".PP\n" + ManPage::escaped(note) + "\n";
+  }
+  for (const auto& entry : entries) {
+    text += ".TP\n" + tag(entry) + "\n" + meaning(entry) + "\n";
   }
   return text;
 }
@@ -297,75 +232,34 @@ std::string ManPage::escaped(std::string_view text) {
   return out;
 }
 
-std::expected<std::string, std::string> ManPage::text(const CompletionModel& model,
-                                                      std::string_view version) {
-  const auto usage = readUsage(CommandLineInterface::usage());
-  if (!usage) return std::unexpected(usage.error());
-  const std::string_view lead = "quillon ";
-  if (!usage->intro.starts_with(lead) || !usage->intro.ends_with('.')) {
-    return std::unexpected("the usage text does not open with a sentence about quillon");
-  }
-
+std::expected<std::string, std::string> ManPage::text(std::string_view version) {
+  const std::string purpose(CommandLineHelp::purpose());
   std::string text =
       ".\\\" Manual page of quillon. Written by quillon-completions from the tool's own grammar\n"
-      ".\\\" and usage text; do not edit.\n";
+      ".\\\" and help texts; do not edit.\n";
   // Ragged right and no hyphens: option words and paths read as typed.
   text += ".TH QUILLON 1 \"\" \"quillon " + escaped(version) + "\" \"User Commands\"\n.ad l\n.nh\n";
-  text += ".SH NAME\nquillon \\- " +
-          escaped(std::string_view(usage->intro)
-                      .substr(lead.size(), usage->intro.size() - lead.size() - 1)) +
-          "\n";
+  text += ".SH NAME\nquillon \\- " + escaped(purpose) + "\n";
 
   text += ".SH SYNOPSIS\n.in +4n\n";
-  for (const auto& line : usage->synopsis) text += ".ti -4n\n" + synopsisLine(line) + "\n";
+  for (const auto& line : CommandLineHelp::synopsisLines()) {
+    text += ".ti -4n\n" + synopsisLine(line) + "\n";
+  }
   text += ".in -4n\n";
 
-  text += ".SH DESCRIPTION\n" + escaped(usage->intro) + "\n.PP\n" + escaped(usage->notes) + "\n";
+  std::string notes;
+  for (const auto line : CommandLineHelp::notes()) {
+    if (!notes.empty()) notes += ' ';
+    notes += line;
+  }
+  text +=
+      ".SH DESCRIPTION\n" + escaped("quillon " + purpose + ".") + "\n.PP\n" + escaped(notes) + "\n";
 
-  text += ".SH COMMANDS\n";
-  for (const auto& command : model.commands) {
-    if (command.first.starts_with('-')) continue;
-    std::string tag = "\\fB" + escaped(command.name()) + "\\fR";
-    for (const auto& alias : model.commands) {
-      if (alias.first == "--" + command.first) tag += ", \\fB" + escaped(alias.first) + "\\fR";
-    }
-    if (!command.plainWord.empty()) tag += " \\fI" + escaped(command.plainWord) + "\\fR";
-    text += ".TP\n" + tag + "\n" + escaped(sentence(command.summary)) + "\n";
-  }
-
-  text += ".SH OPTIONS\n";
-  for (const auto& entry : optionEntries(model, false)) {
-    text += ".TP\n" + optionTag(entry) + "\n" + escaped(sentence(entry.description)) + "\n" +
-            escaped("Taken by " + listed(entry.commands) + ".") + "\n";
-  }
-
-  text += ".SH KEYS\n";
-  for (std::size_t i = 0; i < usage->keys.size(); ++i) {
-    const std::string line = trimmed(usage->keys[i]);
-    if (i > 0) text += ".PP\n";
-    if (i != 1) {
-      text += escaped(line) + "\n";
-      continue;
-    }
-    // The line of forms: each form kept whole, the forms free to wrap.
-    std::string forms;
-    for (const auto& part : split(line, "   ")) {
-      const std::string item = trimmed(part);
-      if (item.empty()) continue;
-      const std::size_t blank = item.find(' ');
-      if (!forms.empty()) forms += ' ';
-      forms += blank == std::string::npos ? form(item, "")
-                                          : form(item.substr(0, blank), item.substr(blank + 1));
-    }
-    text += forms + "\n";
-  }
-  for (const auto& entry : optionEntries(model, true)) {
-    text += ".TP\n" + optionTag(entry) + "\n" + escaped(sentence(entry.description)) + "\n";
-  }
+  text += commandsSection() + optionsSection() + keysSection();
 
   text += ".SH EXIT STATUS\n";
-  for (const auto& [code, meaning] : usage->exits) {
-    text += ".TP\n.B " + code + "\n" + escaped(meaning) + "\n";
+  for (const auto& code : CommandLineHelp::exitCodes()) {
+    text += ".TP\n.B " + std::to_string(code.status) + "\n" + escaped(code.meaning) + "\n";
   }
 
   text +=
@@ -377,10 +271,9 @@ std::expected<std::string, std::string> ManPage::text(const CompletionModel& mod
   }
   text += ".PP\nLists and exports read these files and never change them.\n";
 
-  auto exampleText = examples(model);
+  auto exampleText = examples();
   if (!exampleText) return std::unexpected(exampleText.error());
-  text += *exampleText;
-  return text;
+  return text + *exampleText;
 }
 
 }  // namespace corvel

@@ -47,6 +47,14 @@ std::pair<std::string_view, std::string_view> ScriptText::listing(ValueKind kind
   }
 }
 
+std::string ScriptText::replaced(std::string_view text, std::string_view marker,
+                                 std::string_view with) {
+  std::string out(text);
+  const std::size_t at = out.find(marker);
+  if (at != std::string::npos) out.replace(at, marker.size(), with);
+  return out;
+}
+
 std::string ScriptText::joined(const std::vector<std::string>& words, std::string_view separator) {
   std::string text;
   for (std::size_t i = 0; i < words.size(); ++i) {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Tools/Completions/CompletionModel.h"
+#include "CorvelCore/Automation/CommandGrammar.h"
 
 namespace corvel {
 
@@ -55,6 +55,9 @@ BEGIN { count = split(members, list, " "); for (i = 1; i <= count; i++) wanted[l
   // The listing a live kind is read from and the members it prints
   // ("themes", "id name"); empty for a kind that is not read live.
   [[nodiscard]] static std::pair<std::string_view, std::string_view> listing(ValueKind kind);
+  // The text with the first `marker` in it replaced by `with`.
+  [[nodiscard]] static std::string replaced(std::string_view text, std::string_view marker,
+                                            std::string_view with);
   // The words joined with `separator`.
   [[nodiscard]] static std::string joined(const std::vector<std::string>& words,
                                           std::string_view separator);

@@ -29,13 +29,6 @@ _quillon_layers() { _quillon_live layers layer layers name }
 _quillon_sheet_apps() { _quillon_live apps app sheets app }
 )ZSH";
 
-std::string replaced(std::string_view text, std::string_view marker, std::string_view with) {
-  std::string out(text);
-  const std::size_t at = out.find(marker);
-  if (at != std::string::npos) out.replace(at, marker.size(), with);
-  return out;
-}
-
 // A message or description inside an _arguments entry: colons escaped.
 std::string escapedColons(std::string_view text) {
   std::string out;
@@ -48,11 +41,12 @@ std::string escapedColons(std::string_view text) {
 
 // The files a command reads or writes: folders, and files of its extensions
 // in any case.
-std::string filesAction(const CompletedCommand& command) {
-  return "_files -g \"*.(#i)(" + ScriptText::joined(command.extensions, "|") + ")(-.)\"";
+std::string filesAction(const CommandSpec& command) {
+  return "_files -g \"*.(#i)(" + ScriptText::joined(CompletionModel::extensions(command), "|") +
+         ")(-.)\"";
 }
 
-std::string action(const CompletionModel& model, const CompletedCommand& command, ValueKind kind) {
+std::string action(const CompletionModel& model, const CommandSpec& command, ValueKind kind) {
   switch (kind) {
     case ValueKind::none:
     case ValueKind::free:
@@ -81,22 +75,27 @@ std::string action(const CompletionModel& model, const CompletedCommand& command
 }
 
 // One _arguments entry: "--position=[where the board goes]:NAME|X\:Y:(top ...)".
-std::string argumentsEntry(const CompletionModel& model, const CompletedCommand& command,
-                           const CompletedOption& option) {
-  std::string text = option.repeatable ? "*" : "";
+std::string argumentsEntry(const CompletionModel& model, const CommandSpec& command,
+                           const OptionSpec& option) {
+  // Key options may be given once per key.
+  const bool repeatable =
+      option.completion == ValueKind::keyAssignment || option.completion == ValueKind::keyName;
+  std::string text = repeatable ? "*" : "";
   text += option.word;
   // A long option takes its value after "=" or in the next word; "-k" and
   // "-f" only in the next word.
-  if (option.value != ValueKind::none && option.word.starts_with("--")) text += "=";
-  text += "[" + option.summary + "]";
-  if (option.value != ValueKind::none) {
-    text += ":" + escapedColons(option.placeholder) + ":" + action(model, command, option.value);
+  const bool takesValue = option.completion != ValueKind::none;
+  if (takesValue && option.word.starts_with("--")) text += "=";
+  text.append("[").append(option.summary).append("]");
+  if (takesValue) {
+    text +=
+        ":" + escapedColons(option.placeholder) + ":" + action(model, command, option.completion);
   }
   return ScriptText::singleQuoted(text);
 }
 
-std::string described(const std::string& word, const std::string& summary) {
-  return ScriptText::singleQuoted(escapedColons(word) + ":" + summary);
+std::string described(std::string_view word, std::string_view summary) {
+  return ScriptText::singleQuoted(escapedColons(word) + ":" + std::string(summary));
 }
 
 }  // namespace
@@ -106,7 +105,7 @@ std::string ZshScript::text(const CompletionModel& model) {
       "#compdef quillon\n"
       "# zsh completion for quillon\n"
       "# Written by quillon-completions from the tool's own grammar; do not edit.\n";
-  text += replaced(kListed, "@AWK@", ScriptText::listedValuesAwk);
+  text += ScriptText::replaced(kListed, "@AWK@", ScriptText::listedValuesAwk);
 
   const std::string keys = ScriptText::joined(model.keys, " ");
   text +=
@@ -147,8 +146,7 @@ std::string ZshScript::text(const CompletionModel& model) {
             ")\n"
             "      if (( CURRENT == 3 )); then\n"
             "        choices=(\n";
-    for (const auto& command : model.commands) {
-      if (command.first != first) continue;
+    for (const auto& command : CommandGrammar::withFirst(first)) {
       text += "          " + described(command.sub, command.summary) + "\n";
     }
     text +=
@@ -170,18 +168,19 @@ std::string ZshScript::text(const CompletionModel& model) {
       "  curcontext=${curcontext%:*:*}:quillon-${command// /-}:\n"
       "  case $command in\n";
   for (const auto& command : model.commands) {
-    text += "    (" + ScriptText::singleQuoted(command.name()) + ")\n";
-    if (command.options.empty() && command.plain == ValueKind::none) {
+    text += "    (" + ScriptText::singleQuoted(CommandGrammar::name(command)) + ")\n";
+    if (command.options.empty() && command.plain == nullptr) {
       text += "      _message 'no more arguments'\n      ;;\n";
       continue;
     }
     text += "      _arguments -S :";
-    for (const auto& option : command.options) {
-      text += " \\\n        " + argumentsEntry(model, command, option);
+    for (const auto& use : command.options) {
+      text += " \\\n        " + argumentsEntry(model, command, *use.spec);
     }
-    if (command.plain != ValueKind::none) {
-      text += " \\\n        " + ScriptText::singleQuoted(":" + command.plainWord + ":" +
-                                                         action(model, command, command.plain));
+    if (command.plain != nullptr) {
+      text += " \\\n        " +
+              ScriptText::singleQuoted(":" + std::string(command.plain->word) + ":" +
+                                       action(model, command, command.plain->completion));
     }
     text += "\n      ;;\n";
   }

@@ -411,6 +411,79 @@ constexpr std::array kGroups{
     CommandGroup{"sheets", "list, export or import changed cheatsheets"},
 };
 
+// ---- What the shell completions and the manual page need ----
+//
+// Both are written from these tables alone, so a row they could not present
+// does not build: a new command cannot ship without its completion.
+
+template <typename Holds>
+constexpr bool everyCommand(Holds holds) {
+  for (const auto& command : kCommands) {
+    if (!holds(command)) return false;
+  }
+  return true;
+}
+template <typename Holds>
+constexpr bool everyOption(Holds holds) {
+  return everyCommand([&](const CommandSpec& command) {
+    for (const auto& use : command.options) {
+      if (!holds(command, *use.spec)) return false;
+    }
+    return true;
+  });
+}
+constexpr bool isFile(ValueKind kind) {
+  return kind == ValueKind::importFile || kind == ValueKind::exportFile;
+}
+
+static_assert(everyCommand([](const CommandSpec& command) { return !command.summary.empty(); }),
+              "every command has a menu text");
+static_assert(everyCommand([](const CommandSpec& command) {
+                return command.sub.empty() ||
+                       std::any_of(kGroups.begin(), kGroups.end(), [&](const CommandGroup& group) {
+                         return group.first == command.first && !group.summary.empty();
+                       });
+              }),
+              "every first word with subcommands has a menu text");
+static_assert(everyCommand([](const CommandSpec& command) {
+                if (command.aliasOf.empty()) {
+                  return !command.exampleWords.empty() && !command.exampleMeaning.empty();
+                }
+                return std::any_of(kCommands.begin(), kCommands.end(), [&](const CommandSpec& c) {
+                  return c.first == command.aliasOf && c.aliasOf.empty();
+                });
+              }),
+              "every command has an example, and another spelling names its command");
+static_assert(everyCommand([](const CommandSpec& command) {
+                return command.plain == nullptr || (!command.plain->word.empty() &&
+                                                    command.plain->completion != ValueKind::none);
+              }),
+              "every plain word has a placeholder and is completed");
+static_assert(everyOption([](const CommandSpec&, const OptionSpec& option) {
+                const bool flag = std::holds_alternative<CommandOption::JSON>(option.option.kind);
+                return !option.summary.empty() && flag == option.placeholder.empty() &&
+                       flag == (option.completion == ValueKind::none);
+              }),
+              "every option has a menu text, and a placeholder and a completion when it takes a "
+              "value");
+static_assert(everyOption([](const CommandSpec& command, const OptionSpec& option) {
+                return option.aliasOf.empty() ||
+                       std::any_of(command.options.begin(), command.options.end(),
+                                   [&](const OptionUse& use) {
+                                     return use.spec->word == option.aliasOf &&
+                                            use.spec->aliasOf.empty();
+                                   });
+              }),
+              "another spelling of an option goes with the option it spells");
+static_assert(everyOption([](const CommandSpec& command, const OptionSpec& option) {
+                return !isFile(option.completion) || command.fileKind.has_value();
+              }) &&
+                  everyCommand([](const CommandSpec& command) {
+                    return command.plain == nullptr || !isFile(command.plain->completion) ||
+                           command.fileKind.has_value();
+                  }),
+              "a command that completes files says what its files hold");
+
 // ---- The usage text's lines ----
 
 constexpr std::array kShowLine{UsageEntry{"show"}, UsageEntry{"hide"}, UsageEntry{"toggle"}};

@@ -125,11 +125,16 @@ const CommandSpec& command(std::string_view name) {
   return found != nullptr ? *found : CommandGrammar::commands().front();
 }
 
-// One line of the usage text (with its continuation lines), laid out in
-// `width` columns; `breaks` false keeps it on one line.
-std::string usageLine(const UsageLine& line, std::string_view indent, std::size_t width,
-                      bool breaks) {
-  Lines lines(std::string(indent) + "quillon", kGoOn, width);
+// A piece of a usage line, never broken across lines; `newLine` puts it at
+// the head of a continuation line.
+struct UsagePiece {
+  std::string text;
+  bool newLine = false;
+};
+
+// One line of the usage text as its pieces, "quillon" first.
+std::vector<UsagePiece> usagePieces(const UsageLine& line) {
+  std::vector<UsagePiece> out{{"quillon"}};
   const auto& entries = line.entries;
   if (line.join == UsageJoin::merged) {
     std::string words;
@@ -137,21 +142,31 @@ std::string usageLine(const UsageLine& line, std::string_view indent, std::size_
       if (!words.empty()) words.push_back('|');
       words += command(entry.command).first;
     }
-    lines.add(words);
-    for (const auto& piece : pieces(command(entries.front().command))) lines.add(piece);
-    return lines.joined();
+    out.push_back({std::move(words)});
+    for (auto& piece : pieces(command(entries.front().command))) out.push_back({std::move(piece)});
+    return out;
   }
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const CommandSpec& spec = command(entries[i].command);
     std::string head = line.join == UsageJoin::sameFirst && i > 0 ? std::string(spec.sub)
                                                                   : CommandGrammar::name(spec);
-    if (i > 0) head = "| " + head;
-    if (i > 0 && entries[i].newLine && breaks) {
-      lines.newLine(head);
+    if (i > 0) head.insert(0, "| ");
+    out.push_back({std::move(head), i > 0 && entries[i].newLine});
+    for (auto& piece : pieces(spec)) out.push_back({std::move(piece)});
+  }
+  return out;
+}
+
+// One line of the usage text, with its continuation lines.
+std::string usageLine(const UsageLine& line) {
+  const auto all = usagePieces(line);
+  Lines lines(std::string(kIndent) + all.front().text, kGoOn, kWidth);
+  for (std::size_t i = 1; i < all.size(); ++i) {
+    if (all[i].newLine) {
+      lines.newLine(all[i].text);
     } else {
-      lines.add(head);
+      lines.add(all[i].text);
     }
-    for (const auto& piece : pieces(spec)) lines.add(piece);
   }
   return lines.joined();
 }
@@ -196,7 +211,7 @@ const std::string& CommandLineHelp::usage() {
   static const std::string text = [] {
     std::string out = "quillon " + std::string(kPurpose) + ".\n\nUsage:\n";
     for (const auto& line : CommandGrammar::usageLines()) {
-      out += usageLine(line, kIndent, kWidth, true) + "\n";
+      out += usageLine(line) + "\n";
     }
     out += "\n" + keysBlock() + "\n\n";
     for (const auto& note : kNotes) out.append(note).append("\n");
@@ -216,7 +231,7 @@ std::string CommandLineHelp::help(std::optional<std::string_view> topic) {
       return command(e.command).first == wanted;
     });
     if (!shows) continue;
-    std::string text = "Usage:\n" + usageLine(line, kIndent, kWidth, true);
+    std::string text = "Usage:\n" + usageLine(line);
     if (takesKeys(wanted)) text += "\n\n" + keysBlock();
     return text + "\n\nRun quillon help to see every command.";
   }
@@ -242,10 +257,12 @@ std::string CommandLineHelp::synopsis(const CommandSpec& command) {
   return text;
 }
 
-std::vector<std::string> CommandLineHelp::synopsisLines() {
-  std::vector<std::string> lines;
+std::vector<std::vector<std::string>> CommandLineHelp::synopsisLines() {
+  std::vector<std::vector<std::string>> lines;
   for (const auto& line : CommandGrammar::usageLines()) {
-    lines.push_back(usageLine(line, "", std::string::npos, false));
+    std::vector<std::string> texts;
+    for (auto& piece : usagePieces(line)) texts.push_back(std::move(piece.text));
+    lines.push_back(std::move(texts));
   }
   return lines;
 }

@@ -37,9 +37,10 @@ struct CommandLineHelp {
   // A command's options and plain word as the usage text shows them:
   // "[--name N] -f FILE".
   [[nodiscard]] static std::string synopsis(const CommandSpec& command);
-  // Each command line of the usage text on one line, without its indent:
-  // "quillon layers list [--json] | store …".
-  [[nodiscard]] static std::vector<std::string> synopsisLines();
+  // Each command line of the usage text as the pieces it is laid out in,
+  // without its indent; a piece is never broken across lines:
+  // {"quillon", "layers list", "[--json]", "| store", "--modifiers M", …}.
+  [[nodiscard]] static std::vector<std::vector<std::string>> synopsisLines();
   // The KEYS block: its title, the forms of the key options, and its notes.
   [[nodiscard]] static std::string_view keysTitle();
   [[nodiscard]] static std::string keyForms();
