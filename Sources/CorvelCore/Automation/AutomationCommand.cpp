@@ -38,11 +38,25 @@ class QueryWriter {
   }
 
   void assignment(std::string_view key, const KeyAssignment& assignment) {
-    if (mode_ != Mode::bound) {
-      item(key, assignment.written());
-      return;
+    if (mode_ == Mode::bound) {
+      size_ += 2 + LinkCoding::encodedSize(key) + writtenSizeBound(assignment);
+    } else {
+      // The written form is encoded piece by piece, never joined.
+      const KeyAssignment::Written written = assignment.writtenParts();
+      if (mode_ == Mode::write) {
+        out_->push_back(first_ ? '?' : '&');
+        LinkCoding::appendEncoded(*out_, key);
+        out_->push_back('=');
+        for (std::string_view part : {written.prefix, written.first, written.bar, written.second}) {
+          if (!part.empty()) LinkCoding::appendEncoded(*out_, part);
+        }
+      } else {
+        size_ += 2 + LinkCoding::encodedSize(key);
+        for (std::string_view part : {written.prefix, written.first, written.bar, written.second}) {
+          size_ += LinkCoding::encodedSize(part);
+        }
+      }
     }
-    size_ += 2 + LinkCoding::encodedSize(key) + writtenSizeBound(assignment);
     first_ = false;
   }
 

@@ -44,22 +44,24 @@ std::optional<double> finiteNumber(std::string_view text) {
 // General category Cc: C0 controls, delete and the C1 controls.
 bool isControl(char32_t scalar) { return scalar < 0x20 || (scalar >= 0x7F && scalar <= 0x9F); }
 
-// The entry's value, or nullptr.
-const std::string* find(const AutomationParameters::Entries& entries, std::string_view name) {
+// The entry's value, or nothing.
+template <class Entries>
+std::optional<std::string_view> find(const Entries& entries, std::string_view name) {
   for (const auto& [entryName, value] : entries) {
-    if (entryName == name) return &value;
+    if (entryName == name) return value;
   }
-  return nullptr;
+  return std::nullopt;
 }
 
 // Adds the entry in name order; false when the name is already there.
-bool insertSorted(AutomationParameters::Entries& entries, std::string name,
-                  const std::string& value) {
+template <class Entries, class Name>
+bool insertSorted(Entries& entries, Name&& name, std::string_view value) {
+  const std::string_view wanted = name;
   auto place = std::lower_bound(
-      entries.begin(), entries.end(), name,
-      [](const auto& entry, const std::string& wanted) { return entry.first < wanted; });
-  if (place != entries.end() && place->first == name) return false;
-  entries.emplace(place, std::move(name), value);
+      entries.begin(), entries.end(), wanted,
+      [](const auto& entry, std::string_view sought) { return entry.first < sought; });
+  if (place != entries.end() && place->first == wanted) return false;
+  entries.emplace(place, std::forward<Name>(name), value);
   return true;
 }
 
@@ -73,12 +75,15 @@ std::optional<std::string_view> knownName(std::string_view name,
     compared = lowered;
   }
   for (std::string_view candidate : known) {
-    if (ParameterText::equalsIgnoringASCIICase(compared, candidate)) return candidate;
+    if (compared.size() == candidate.size() &&
+        ParameterText::equalsIgnoringASCIICase(compared, candidate)) {
+      return candidate;
+    }
   }
   return std::nullopt;
 }
 
-std::string_view trimmedValue(const std::string& value) {
+std::string_view trimmedValue(std::string_view value) {
   return ParameterText::trimBlanksAndLineBreaks(value);
 }
 
@@ -91,23 +96,35 @@ std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
   sorted.reserve(pairs.size());
   for (const auto& pair : pairs) sorted.push_back(&pair);
   // UTF-8 byte order is code-point order; equal names keep their order.
-  std::stable_sort(sorted.begin(), sorted.end(),
-                   [](const auto* a, const auto* b) { return a->first < b->first; });
+  // A command's few pairs sort by insertion, without the buffer a merge
+  // sort takes.
+  const auto byName = [](const auto* a, const auto* b) { return a->first < b->first; };
+  constexpr std::size_t kFewPairs = 32;
+  if (sorted.size() <= kFewPairs) {
+    for (std::size_t index = 1; index < sorted.size(); ++index) {
+      const AutomationPair* moving = sorted[index];
+      std::size_t place = index;
+      for (; place > 0 && byName(moving, sorted[place - 1]); --place) {
+        sorted[place] = sorted[place - 1];
+      }
+      sorted[place] = moving;
+    }
+  } else {
+    std::stable_sort(sorted.begin(), sorted.end(), byName);
+  }
 
   AutomationParameters parameters;
   parameters.values_.reserve(std::min(known.size(), pairs.size()));
   if (takesKeys) parameters.keys_.reserve(std::min(pairs.size(), AutomationCommand::maxKeys));
   for (const AutomationPair* pair : sorted) {
     if (auto canonical = knownName(pair->first, known)) {
-      if (!insertSorted(parameters.values_, std::string(*canonical), pair->second)) {
-        return bad(*canonical);
-      }
+      if (!insertSorted(parameters.values_, *canonical, pair->second)) return bad(*canonical);
       continue;
     }
     if (!takesKeys) continue;
     std::optional<std::string> key = KeyName::canonical(pair->first);
     if (!key) continue;
-    if (find(parameters.keys_, *key) != nullptr) return bad(*key);
+    if (find(parameters.keys_, *key)) return bad(*key);
     if (parameters.keys_.size() >= AutomationCommand::maxKeys) {
       return std::unexpected(AutomationError::tooLarge());
     }
@@ -116,7 +133,7 @@ std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
   return parameters;
 }
 
-const std::string* AutomationParameters::raw(std::string_view parameter) const {
+std::optional<std::string_view> AutomationParameters::raw(std::string_view parameter) const {
   return find(values_, parameter);
 }
 
@@ -142,8 +159,8 @@ std::string AutomationParameters::oneLine(std::string_view text) {
 }
 
 Read<std::string> AutomationParameters::name(std::string_view parameter) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::string text = oneLine(*value);
   if (text.empty()) return bad(parameter);
   return text;
@@ -165,8 +182,8 @@ Read<bool> AutomationParameters::boolean(std::string_view parameter) const {
       {"no", false},
       {"off", false},
   }};
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::string lowered = ParameterText::lowercased(trimmedValue(*value));
   for (const auto& word : words) {
     if (word.word == lowered) return word.value;
@@ -176,8 +193,8 @@ Read<bool> AutomationParameters::boolean(std::string_view parameter) const {
 
 Read<std::int64_t> AutomationParameters::integer(std::string_view parameter,
                                                  ClosedRange<std::int64_t> range) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::string_view text = trimmedValue(*value);
   bool negative = false;
   if (!text.empty() && (text.front() == '+' || text.front() == '-')) {
@@ -206,27 +223,27 @@ Read<std::int64_t> AutomationParameters::integer(std::string_view parameter,
 
 Read<double> AutomationParameters::number(std::string_view parameter,
                                           ClosedRange<double> range) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::optional<double> number = finiteNumber(trimmedValue(*value));
   if (!number || *number < range.lower) return bad(parameter);
   return std::min(*number, range.upper);
 }
 
 Read<std::string> AutomationParameters::file(std::string_view parameter) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   if (!value->starts_with('/')) return bad(parameter);
   std::size_t offset = 0;
   while (offset < value->size()) {
     if (isControl(UTF8::next(*value, offset))) return bad(parameter);
   }
-  return *value;
+  return std::string(*value);
 }
 
 Read<std::string> AutomationParameters::bundleID(std::string_view parameter) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::string_view text = trimmedValue(*value);
   if (!LayerNames::isBundleID(text)) return bad(parameter);
   return std::string(text);
@@ -243,7 +260,7 @@ Read<FillMode> AutomationParameters::fill() const {
       {"dim", FillMode::dimmed},
       {"blank", FillMode::blank},
   }};
-  if (const std::string* value = raw("fill")) {
+  if (const std::optional<std::string_view> value = raw("fill")) {
     std::string lowered = ParameterText::lowercased(trimmedValue(*value));
     for (const auto& word : words) {
       if (word.word == lowered) return word.mode;
@@ -257,8 +274,8 @@ Read<FillMode> AutomationParameters::fill() const {
 }
 
 Read<PositionRequest> AutomationParameters::position() const {
-  const std::string* value = raw("position");
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw("position");
+  if (!value) return std::nullopt;
   std::string_view text = trimmedValue(*value);
   // Names compare lowercased with blanks, "-" and "_" left out, so that
   // "top-left", "Top Left" and "topleft" all name the same place.
@@ -281,8 +298,8 @@ Read<PositionRequest> AutomationParameters::position() const {
 }
 
 Read<ScreenRequest> AutomationParameters::screen() const {
-  const std::string* value = raw("screen");
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw("screen");
+  if (!value) return std::nullopt;
   // Digits are looked for in the cleaned text: a name that cleans to digits
   // ("0" and an invisible character) would be written into a link as those
   // digits and read back as a display number, so it is one from the start.
@@ -298,8 +315,8 @@ Read<ScreenRequest> AutomationParameters::screen() const {
 }
 
 Read<LayerTrigger> AutomationParameters::trigger(std::string_view parameter) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::optional<LayerTrigger> trigger = TriggerText::parse(*value);
   if (!trigger) return bad(parameter);
   return *trigger;

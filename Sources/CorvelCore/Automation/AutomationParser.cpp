@@ -150,7 +150,7 @@ Result buildLayerRemove(const AutomationParameters& parameters) {
 
 Result buildExport(const AutomationParameters& parameters) {
   ExportKind kind = ExportKind::layers;
-  if (const std::string* what = parameters.raw("what")) {
+  if (const std::optional<std::string_view> what = parameters.raw("what")) {
     std::string lowered = ParameterText::lowercased(ParameterText::trimBlanksAndLineBreaks(*what));
     auto named = exportKind(lowered);
     if (!named) return std::unexpected(AutomationError::badValue("what"));
@@ -266,7 +266,9 @@ Result AutomationParser::parse(std::string_view link) {
     return std::unexpected(AutomationError::tooLarge());
   }
   auto components = LinkComponents::split(link);
-  if (!components || ParameterText::lowercased(components->scheme) != Brand::linkScheme) {
+  // A scheme is ASCII letters, digits, "+", "-" and ".".
+  if (!components ||
+      !ParameterText::equalsIgnoringASCIICase(components->scheme, Brand::linkScheme)) {
     return std::unexpected(AutomationError::unknownVerb(""));
   }
   std::string verb = components->host + components->path;

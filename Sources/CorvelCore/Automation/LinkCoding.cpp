@@ -1,5 +1,6 @@
 #include "CorvelCore/Automation/LinkCoding.h"
 
+#include <algorithm>
 #include <array>
 
 #include "CorvelCore/TextLimits/UTF8.h"
@@ -34,14 +35,22 @@ bool LinkCoding::isUnreserved(char byte) {
 }
 
 void LinkCoding::appendEncoded(std::string& out, std::string_view text) {
+  const std::size_t size = encodedSize(text);
+  if (size == text.size()) {
+    out.append(text);
+    return;
+  }
+  // Written straight into room made for the whole encoded text.
+  std::size_t at = out.size();
+  out.resize(at + size);
   for (char c : text) {
-    auto byte = static_cast<unsigned char>(c);
+    const auto byte = static_cast<unsigned char>(c);
     if (unreservedTable[byte]) {
-      out.push_back(c);
+      out[at++] = c;
     } else {
-      out.push_back('%');
-      out.push_back(hexDigits[byte >> 4]);
-      out.push_back(hexDigits[byte & 0x0F]);
+      out[at++] = '%';
+      out[at++] = hexDigits[byte >> 4];
+      out[at++] = hexDigits[byte & 0x0F];
     }
   }
 }
@@ -53,6 +62,11 @@ std::size_t LinkCoding::encodedSize(std::string_view text) {
 }
 
 std::optional<std::string> LinkCoding::decode(std::string_view text) {
+  // ASCII without "%" (most names and values) stands as it is.
+  if (std::none_of(text.begin(), text.end(),
+                   [](char c) { return c == '%' || static_cast<unsigned char>(c) >= 0x80; })) {
+    return std::string(text);
+  }
   if (text.find('%') == std::string_view::npos) {
     if (!UTF8::isValid(text)) return std::nullopt;
     return std::string(text);
