@@ -1,6 +1,7 @@
 #include "CorvelCore/Automation/AutomationParameters.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -44,11 +45,31 @@ std::optional<double> finiteNumber(std::string_view text) {
 // General category Cc: C0 controls, delete and the C1 controls.
 bool isControl(char32_t scalar) { return scalar < 0x20 || (scalar >= 0x7F && scalar <= 0x9F); }
 
+// Names are a few bytes long: compared by hand, they cost less than the
+// calls to memcmp the standard comparisons make. Byte order, as theirs.
+bool sameName(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t index = 0; index < a.size(); ++index) {
+    if (a[index] != b[index]) return false;
+  }
+  return true;
+}
+
+bool nameBefore(std::string_view a, std::string_view b) {
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t index = 0; index < common; ++index) {
+    if (a[index] != b[index]) {
+      return static_cast<unsigned char>(a[index]) < static_cast<unsigned char>(b[index]);
+    }
+  }
+  return a.size() < b.size();
+}
+
 // The entry's value, or nothing.
 template <class Entries>
 std::optional<std::string_view> find(const Entries& entries, std::string_view name) {
   for (const auto& [entryName, value] : entries) {
-    if (entryName == name) return value;
+    if (sameName(entryName, name)) return value;
   }
   return std::nullopt;
 }
@@ -59,18 +80,34 @@ bool insertSorted(Entries& entries, Name&& name, std::string_view value) {
   const std::string_view wanted = name;
   auto place = std::lower_bound(
       entries.begin(), entries.end(), wanted,
-      [](const auto& entry, std::string_view sought) { return entry.first < sought; });
-  if (place != entries.end() && place->first == wanted) return false;
+      [](const auto& entry, std::string_view sought) { return nameBefore(entry.first, sought); });
+  if (place != entries.end() && sameName(place->first, wanted)) return false;
   entries.emplace(place, std::forward<Name>(name), value);
   return true;
 }
 
+// The lengths of the known names, as bits, so that a name of another
+// length (a key's, nearly always) is passed over without a comparison.
+std::uint64_t lengthsOf(std::span<const std::string_view> known) {
+  std::uint64_t lengths = 0;
+  for (std::string_view candidate : known) {
+    lengths |= candidate.size() < 64 ? std::uint64_t{1} << candidate.size() : 0;
+  }
+  return lengths;
+}
+
 // The spelling in `known` of the name, compared without regard to case.
 std::optional<std::string_view> knownName(std::string_view name,
-                                          std::span<const std::string_view> known) {
+                                          std::span<const std::string_view> known,
+                                          std::uint64_t knownLengths) {
+  const bool ascii = std::none_of(name.begin(), name.end(),
+                                  [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+  // Lowercasing leaves an ASCII name's length as it is.
+  if (ascii && (name.size() >= 64 || (knownLengths >> name.size() & 1) == 0)) return std::nullopt;
   std::string lowered;
   std::string_view compared = name;
-  if (!UTF8::isASCII(name)) {
+  // A non-ASCII name may lowercase to ASCII (the Kelvin sign is a "k").
+  if (!ascii) {
     lowered = ParameterText::lowercased(name);
     compared = lowered;
   }
@@ -90,19 +127,29 @@ std::string_view trimmedValue(std::string_view value) {
 }  // namespace
 
 std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
-    std::span<const AutomationPair> pairs, std::span<const std::string_view> known,
+    std::span<const AutomationPairView> pairs, std::span<const std::string_view> known,
     bool takesKeys) {
-  std::vector<const AutomationPair*> sorted;
-  sorted.reserve(pairs.size());
-  for (const auto& pair : pairs) sorted.push_back(&pair);
   // UTF-8 byte order is code-point order; equal names keep their order.
-  // A command's few pairs sort by insertion, without the buffer a merge
-  // sort takes.
-  const auto byName = [](const auto* a, const auto* b) { return a->first < b->first; };
+  // A command's few pairs are sorted in place by insertion, without the
+  // buffers a vector and a merge sort take.
   constexpr std::size_t kFewPairs = 32;
-  if (sorted.size() <= kFewPairs) {
+  // Only as many slots as there are pairs are filled and read.
+  std::array<const AutomationPairView*, kFewPairs> few;
+  std::vector<const AutomationPairView*> many;
+  std::span<const AutomationPairView*> sorted;
+  if (pairs.size() <= kFewPairs) {
+    sorted = std::span(few).first(pairs.size());
+  } else {
+    many.resize(pairs.size());
+    sorted = many;
+  }
+  for (std::size_t index = 0; index < pairs.size(); ++index) sorted[index] = &pairs[index];
+  const auto byName = [](const AutomationPairView* a, const AutomationPairView* b) {
+    return nameBefore(a->first, b->first);
+  };
+  if (pairs.size() <= kFewPairs) {
     for (std::size_t index = 1; index < sorted.size(); ++index) {
-      const AutomationPair* moving = sorted[index];
+      const AutomationPairView* moving = sorted[index];
       std::size_t place = index;
       for (; place > 0 && byName(moving, sorted[place - 1]); --place) {
         sorted[place] = sorted[place - 1];
@@ -116,8 +163,9 @@ std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
   AutomationParameters parameters;
   parameters.values_.reserve(std::min(known.size(), pairs.size()));
   if (takesKeys) parameters.keys_.reserve(std::min(pairs.size(), AutomationCommand::maxKeys));
-  for (const AutomationPair* pair : sorted) {
-    if (auto canonical = knownName(pair->first, known)) {
+  const std::uint64_t knownLengths = lengthsOf(known);
+  for (const AutomationPairView* pair : sorted) {
+    if (auto canonical = knownName(pair->first, known, knownLengths)) {
       if (!insertSorted(parameters.values_, *canonical, pair->second)) return bad(*canonical);
       continue;
     }
@@ -278,7 +326,27 @@ Read<PositionRequest> AutomationParameters::position() const {
   if (!value) return std::nullopt;
   std::string_view text = trimmedValue(*value);
   // Names compare lowercased with blanks, "-" and "_" left out, so that
-  // "top-left", "Top Left" and "topleft" all name the same place.
+  // "top-left", "Top Left" and "topleft" all name the same place. ASCII,
+  // whose only blanks are the tab and the space, is squeezed in place.
+  if (UTF8::isASCII(text)) {
+    // Only the first `length` bytes of it are filled and read.
+    std::array<char, 16> squeezed;
+    std::size_t length = 0;
+    for (char c : text) {
+      if (c == '-' || c == '_' || c == ' ' || c == '\t') continue;
+      if (length == squeezed.size()) break;
+      squeezed[length++] = ParameterText::lowerASCII(c);
+    }
+    const std::string_view name(squeezed.data(), length);
+    if (name == "centre") return PositionRequest::named(NamedPosition::center);
+    for (const auto& named : namedPositionNames) {
+      if (ParameterText::equalsIgnoringASCIICase(name, named.raw)) {
+        return PositionRequest::named(named.value);
+      }
+    }
+    if (auto point = AutomationParameters::point(text)) return *point;
+    return bad("position");
+  }
   std::string lowered = ParameterText::lowercased(text);
   std::string squeezed;
   std::size_t offset = 0;

@@ -25,6 +25,8 @@ namespace corvel {
 
 // One (name, value) pair as delivered.
 using AutomationPair = std::pair<std::string, std::string>;
+// One (name, value) pair seen where its texts are.
+using AutomationPairView = std::pair<std::string_view, std::string_view>;
 
 class AutomationParameters {
  public:
@@ -44,7 +46,7 @@ class AutomationParameters {
   // key given twice is `badValue`; more than `AutomationCommand::maxKeys`
   // keys is `tooLarge`. Other pairs are ignored.
   [[nodiscard]] static std::expected<AutomationParameters, AutomationError> make(
-      std::span<const AutomationPair> pairs, std::span<const std::string_view> known,
+      std::span<const AutomationPairView> pairs, std::span<const std::string_view> known,
       bool takesKeys);
 
   // Known parameters by canonical name, with their values as given.

@@ -100,8 +100,12 @@ KeyAssignment KeyAssignment::symbolText(std::string symbol, std::string text) {
 }
 
 std::optional<KeyAssignment> KeyAssignment::parse(std::string_view value) {
-  const std::size_t colon = value.find(':');
-  if (colon != std::string_view::npos) {
+  // A kind's prefix is at most seven letters long, so only a colon among
+  // the first eight bytes can end one.
+  constexpr std::size_t kLongestPrefix = 7;
+  std::size_t colon = 0;
+  while (colon < value.size() && colon <= kLongestPrefix && value[colon] != ':') ++colon;
+  if (colon < value.size() && colon <= kLongestPrefix) {
     const std::string_view prefix = value.substr(0, colon);
     const std::string_view rest = value.substr(colon + 1);
     if (prefix == "text") {
@@ -110,7 +114,7 @@ std::optional<KeyAssignment> KeyAssignment::parse(std::string_view value) {
       return KeyAssignment::text(std::move(*text));
     }
     if (prefix == "s" || prefix == "symbol") {
-      if (rest.find('|') != std::string_view::npos) return symbolAndText(rest);
+      if (std::find(rest.begin(), rest.end(), '|') != rest.end()) return symbolAndText(rest);
       if (!LayerNames::isSymbolName(rest)) return std::nullopt;
       return KeyAssignment::symbol(std::string(rest));
     }

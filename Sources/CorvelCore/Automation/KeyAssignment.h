@@ -70,7 +70,12 @@ class KeyAssignment {
   friend bool operator==(const KeyAssignment&, const KeyAssignment&) = default;
 
  private:
-  explicit KeyAssignment(Value value) : value_(std::move(value)) {}
+  // Each case is made where it is kept, without a variant moved in between.
+  explicit KeyAssignment(Text value) : value_(std::in_place_type<Text>, std::move(value)) {}
+  explicit KeyAssignment(Symbol value) : value_(std::in_place_type<Symbol>, std::move(value)) {}
+  explicit KeyAssignment(App value) : value_(std::in_place_type<App>, std::move(value)) {}
+  explicit KeyAssignment(SymbolText value)
+      : value_(std::in_place_type<SymbolText>, std::move(value)) {}
 
   Value value_;
 };

@@ -130,10 +130,15 @@ class PlainNames {
       if (auto name = canonicalName(candidate)) entries_.emplace_back(candidate, std::move(*name));
     }
     // The index points into the entries, which no longer move.
-    for (const auto& [lowered, name] : entries_) index_.emplace(lowered, &name);
+    for (const auto& [lowered, name] : entries_) {
+      index_.emplace(lowered, &name);
+      if (lowered.size() == 1) byCharacter_[static_cast<unsigned char>(lowered.front())] = &name;
+    }
   }
 
   [[nodiscard]] const std::string* find(std::string_view lowered) const {
+    // Names of one character, the most common, need no hashing.
+    if (lowered.size() == 1) return byCharacter_[static_cast<unsigned char>(lowered.front())];
     const auto found = index_.find(lowered);
     return found == index_.end() ? nullptr : found->second;
   }
@@ -141,6 +146,7 @@ class PlainNames {
  private:
   std::vector<std::pair<std::string, std::string>> entries_;
   std::unordered_map<std::string_view, const std::string*> index_;
+  std::array<const std::string*, 128> byCharacter_{};
 };
 
 }  // namespace
@@ -149,8 +155,10 @@ std::optional<std::string> KeyName::canonical(std::string_view text) {
   // Percent-decoding and lower-casing leave such a text as its ASCII
   // lower case, the name the table was worked out for.
   if (!text.empty() && text.size() <= kLongestPlainName &&
-      text.find('%') == std::string_view::npos && UTF8::isASCII(text)) {
-    std::array<char, kLongestPlainName> lowered{};
+      std::all_of(text.begin(), text.end(),
+                  [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '%'; })) {
+    // Only the text's own length of it is filled and read.
+    std::array<char, kLongestPlainName> lowered;
     std::transform(text.begin(), text.end(), lowered.begin(), [](char c) {
       return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
