@@ -2,12 +2,13 @@
 // base-directory rules the desktop uses.
 #if !defined(__APPLE__)
 
+#include <fcntl.h>
 #include <pwd.h>
 #include <unistd.h>
 
+#include <array>
+#include <cerrno>
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 
 #include "CorvelCommand/LiveTool.h"
 #include "CorvelCore/Brand/Brand.h"
@@ -43,13 +44,25 @@ std::string LiveTool::supportFolder() {
 std::optional<JSONValue> LiveTool::preference(std::string_view key) {
   const std::string path = xdgFolder("XDG_CONFIG_HOME", ".config") + "/" +
                            std::string(Brand::supportFolderName) + "/Preferences.json";
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return std::nullopt;
-  std::string text(kMaxPreferencesBytes + 1, '\0');
-  in.read(text.data(), static_cast<std::streamsize>(text.size()));
-  const auto size = static_cast<std::size_t>(in.gcount());
-  if (size > kMaxPreferencesBytes) return std::nullopt;
-  text.resize(size);
+  // Read as far as it goes, a piece at a time: the file is usually tiny, and
+  // room for the largest one would cost more to clear than to read it. Plain
+  // system calls: a file stream would first set up its locale.
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return std::nullopt;
+  std::string text;
+  std::array<char, 4096> piece{};
+  bool failed = false;
+  while (text.size() <= kMaxPreferencesBytes) {
+    const ssize_t count = ::read(fd, piece.data(), piece.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) {
+      failed = count < 0;
+      break;
+    }
+    text.append(piece.data(), static_cast<std::size_t>(count));
+  }
+  ::close(fd);
+  if (failed || text.size() > kMaxPreferencesBytes) return std::nullopt;
   auto document = JSONValue::decode(text);
   if (!document || !document->isObject()) return std::nullopt;
   const JSONValue* value = document->asObject()->find(key);
