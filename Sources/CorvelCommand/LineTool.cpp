@@ -213,12 +213,12 @@ void adviseHugePages(char* data, std::size_t size) {
 #ifdef MADV_HUGEPAGE
   constexpr std::size_t kHugePage = std::size_t{2} << 20;
   if (size < 2 * kHugePage) return;
-  const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
-  const auto begin = reinterpret_cast<std::uintptr_t>(data);
-  const std::uintptr_t start = (begin + page - 1) / page * page;
-  const std::uintptr_t end = (begin + size) / page * page;
+  const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  // The whole pages of the buffer.
+  const std::size_t skip = (page - reinterpret_cast<std::uintptr_t>(data) % page) % page;
+  const std::size_t length = (size - skip) / page * page;
   // Only advice: memory it is refused for is read into all the same.
-  if (end > start) (void)::madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
+  if (length > 0) (void)::madvise(data + skip, length, MADV_HUGEPAGE);
 #else
   (void)data;
   (void)size;

@@ -188,11 +188,11 @@ simdjson::ondemand::parser& JSONWalk::parser() {
   // room for a small document at once, so that the first few (preferences,
   // then themes of growing size) do not each make it grow again.
   thread_local simdjson::ondemand::parser parser = [] {
-    constexpr std::size_t kSmallDocumentBytes = 64 * 1024;
+    constexpr std::size_t kSmallDocumentBytes = std::size_t{64} * 1024;
     simdjson::ondemand::parser made;
     // Should this fail, the parser makes its room when first used instead.
-    const simdjson::error_code made_room = made.allocate(kSmallDocumentBytes);
-    (void)made_room;
+    const simdjson::error_code madeRoom = made.allocate(kSmallDocumentBytes);
+    (void)madeRoom;
     return made;
   }();
   return parser;
