@@ -166,7 +166,9 @@ std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
   const std::uint64_t knownLengths = lengthsOf(known);
   for (const AutomationPairView* pair : sorted) {
     if (auto canonical = knownName(pair->first, known, knownLengths)) {
-      if (!insertSorted(parameters.values_, *canonical, pair->second)) return bad(*canonical);
+      // Parameters are looked up by name, so they are kept in the order read.
+      if (find(parameters.values_, *canonical)) return bad(*canonical);
+      parameters.values_.emplace_back(*canonical, pair->second);
       continue;
     }
     if (!takesKeys) continue;

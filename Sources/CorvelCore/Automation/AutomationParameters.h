@@ -33,9 +33,10 @@ class AutomationParameters {
   // A reader's result: the value, nothing when absent, or the error.
   template <class T>
   using Read = std::expected<std::optional<T>, AutomationError>;
-  // (name, value) entries sorted by name, each name once. Commands carry
-  // few parameters, so a sorted vector serves as the map. The values are
-  // the pairs' own texts: the pairs must outlive the parameters.
+  // (name, value) entries, each name once; keys sorted by name, as they are
+  // read in that order. Commands carry few parameters, so a vector serves as
+  // the map. The values are the pairs' own texts: the pairs must outlive the
+  // parameters.
   using Entries = std::vector<std::pair<std::string_view, std::string_view>>;
   using KeyEntries = std::vector<std::pair<std::string, std::string_view>>;
 
@@ -49,7 +50,8 @@ class AutomationParameters {
       std::span<const AutomationPairView> pairs, std::span<const std::string_view> known,
       bool takesKeys);
 
-  // Known parameters by canonical name, with their values as given.
+  // Known parameters by canonical name, with their values as given, in the
+  // order the pairs sort in.
   [[nodiscard]] const Entries& values() const { return values_; }
   // Key values by canonical key name, as given.
   [[nodiscard]] const KeyEntries& keys() const { return keys_; }
