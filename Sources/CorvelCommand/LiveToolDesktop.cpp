@@ -70,7 +70,7 @@ bool resolve(void* library, const char* name, Function& function) {
 // outlive any use of them.
 const Gio* gio() {
   static const std::unique_ptr<const Gio> loaded = []() -> std::unique_ptr<const Gio> {
-    void* library = ::dlopen("libgio-2.0.so.0", RTLD_NOW | RTLD_LOCAL);
+    void* library = ::dlopen("libgio-2.0.so.0", RTLD_LAZY | RTLD_LOCAL);
     if (library == nullptr) return nullptr;
     auto functions = std::make_unique<Gio>();
     Gio& f = *functions;
