@@ -195,9 +195,12 @@ describe() {
     "$(awk '/MemTotal/ {printf "%.1f GiB", $2 / 1048576}' /proc/meminfo), $(uname -sr)"
   echo "compiler: $(c++ --version | head -1); python: $("$python" --version 2>&1);" \
     "$(jq --version)"
-  echo "load average at $1: $(cut -d' ' -f1-3 /proc/loadavg)"
-  echo "busiest processes at $1 (%CPU since they started, command):"
-  ps -eo pcpu=,comm= --sort=-pcpu | head -6 | sed 's/^/  /'
+  echo "at $1: load average $(cut -d' ' -f1-3 /proc/loadavg); CPU pressure (share of time" \
+    "something waited for a CPU, last 10 s, 60 s, 300 s):" \
+    "$(sed -n 's/^some avg10=\([^ ]*\) avg60=\([^ ]*\) avg300=\([^ ]*\).*/\1% \2% \3%/p' \
+      /proc/pressure/cpu 2>/dev/null || echo unknown)"
+  echo "busiest processes visible at $1 (%CPU now, command):"
+  top -b -n 1 -o %CPU | awk 'NR > 7 && $NF != "top" {print "  " $9 "  " $NF}' | head -5
 }
 describe start >"$work/machine"
 
