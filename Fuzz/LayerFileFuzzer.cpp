@@ -1,6 +1,7 @@
 // The layers file: reading never fails badly, and reading loses nothing:
 // what was read, written back and read again is the same file, and a fresh
-// file of the layers read reads back as those layers.
+// file of the layers read reads back as those layers. The summaries a
+// listing reads are those of the layers the full reader keeps.
 //
 // Two things a layer holds report what one reading found and are not
 // written as read, so files are compared with them set aside:
@@ -20,6 +21,7 @@
 using corvel::Layer;
 using corvel::LayerCodec;
 using corvel::LayerFile;
+using corvel::LayerSummary;
 using corvel::fuzz::require;
 
 namespace {
@@ -46,13 +48,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto input = corvel::fuzz::text(data, size);
   const auto file = LayerCodec::decodeFile(input);
   const auto decoded = LayerCodec::decode(input);
+  const auto summaries = LayerCodec::summaries(std::string(input));
   require(file.has_value() == decoded.has_value(), "decode agrees with decodeFile");
+  require(file.has_value() == summaries.has_value(), "summaries agree with decodeFile");
   if (!file) {
     require(decoded.error() == file.error(), "decode fails as decodeFile does");
+    require(summaries.error() == file.error(), "summaries fail as decodeFile does");
     return 0;
   }
   require(decoded->layers == file->layers && decoded->skipped == file->unparsed.size(),
           "decode gives the layers and the count of unparsed elements");
+  std::vector<LayerSummary> expected;
+  for (const Layer& layer : file->layers) expected.push_back(LayerSummary::of(layer));
+  require(*summaries == expected, "summaries are those of the layers decodeFile reads");
 
   const std::string written = LayerCodec::encode(*file);
   // Pretty printing may take a file near the limit past it.

@@ -3,8 +3,14 @@
 // where it is. Apps named on the command line are the installed desktop
 // entries, the entry's id (without ".desktop") standing for the bundle
 // identifier. Linux has no app bundles, so no tool is ever inside one.
+//
+// GIO is loaded only when one of these is first asked for: it brings a chain
+// of GLib libraries whose loading would otherwise be most of the start-up of
+// every command, and most commands never reach the desktop. A machine
+// without GIO has no desktop to ask, so it has no handler and no apps.
 #if !defined(__APPLE__) && defined(QUILLON_HAVE_GIO)
 
+#include <dlfcn.h>
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
 
@@ -22,8 +28,91 @@
 namespace corvel {
 namespace {
 
+// The GIO, GObject and GLib functions this file calls, found in the loaded
+// library. The headers give their types only: nothing here is linked, and
+// their checking cast macros, which call into GObject, are not used.
+struct Gio {
+  decltype(&g_object_unref) objectUnref = nullptr;
+  decltype(&g_type_check_instance_is_a) isInstanceOf = nullptr;
+  decltype(&g_free) free = nullptr;
+  decltype(&g_strdup) duplicate = nullptr;
+  decltype(&g_error_free) errorFree = nullptr;
+  decltype(&g_list_append) listAppend = nullptr;
+  decltype(&g_list_free_full) listFreeFull = nullptr;
+  decltype(&g_main_context_default) mainContextDefault = nullptr;
+  decltype(&g_main_context_iteration) mainContextIteration = nullptr;
+  decltype(&g_timeout_source_new) timeoutSourceNew = nullptr;
+  decltype(&g_source_set_callback) sourceSetCallback = nullptr;
+  decltype(&g_source_attach) sourceAttach = nullptr;
+  decltype(&g_source_destroy) sourceDestroy = nullptr;
+  decltype(&g_source_unref) sourceUnref = nullptr;
+  decltype(&g_app_info_get_default_for_uri_scheme) defaultForScheme = nullptr;
+  decltype(&g_app_info_get_all) allApps = nullptr;
+  decltype(&g_app_info_get_display_name) displayName = nullptr;
+  decltype(&g_app_info_get_id) appID = nullptr;
+  decltype(&g_app_info_launch_uris_async) launchAsync = nullptr;
+  decltype(&g_app_info_launch_uris_finish) launchFinish = nullptr;
+  decltype(&g_desktop_app_info_get_type) desktopEntryType = nullptr;
+  decltype(&g_desktop_app_info_new) desktopEntryNamed = nullptr;
+  decltype(&g_desktop_app_info_new_from_filename) desktopEntryAt = nullptr;
+  decltype(&g_desktop_app_info_get_filename) desktopEntryFile = nullptr;
+};
+
+template <class Function>
+bool resolve(void* library, const char* name, Function& function) {
+  // A function's address comes back as data; POSIX makes the conversion work.
+  function = reinterpret_cast<Function>(::dlsym(library, name));
+  return function != nullptr;
+}
+
+// GIO's functions, or nullptr when GIO cannot be loaded or lacks one of
+// them. Loaded once and never unloaded: GLib keeps threads and types that
+// outlive any use of them.
+const Gio* gio() {
+  static const std::unique_ptr<const Gio> loaded = []() -> std::unique_ptr<const Gio> {
+    void* library = ::dlopen("libgio-2.0.so.0", RTLD_LAZY | RTLD_LOCAL);
+    if (library == nullptr) return nullptr;
+    auto functions = std::make_unique<Gio>();
+    Gio& f = *functions;
+    const bool complete =
+        resolve(library, "g_object_unref", f.objectUnref) &&
+        resolve(library, "g_type_check_instance_is_a", f.isInstanceOf) &&
+        resolve(library, "g_free", f.free) && resolve(library, "g_strdup", f.duplicate) &&
+        resolve(library, "g_error_free", f.errorFree) &&
+        resolve(library, "g_list_append", f.listAppend) &&
+        resolve(library, "g_list_free_full", f.listFreeFull) &&
+        resolve(library, "g_main_context_default", f.mainContextDefault) &&
+        resolve(library, "g_main_context_iteration", f.mainContextIteration) &&
+        resolve(library, "g_timeout_source_new", f.timeoutSourceNew) &&
+        resolve(library, "g_source_set_callback", f.sourceSetCallback) &&
+        resolve(library, "g_source_attach", f.sourceAttach) &&
+        resolve(library, "g_source_destroy", f.sourceDestroy) &&
+        resolve(library, "g_source_unref", f.sourceUnref) &&
+        resolve(library, "g_app_info_get_default_for_uri_scheme", f.defaultForScheme) &&
+        resolve(library, "g_app_info_get_all", f.allApps) &&
+        resolve(library, "g_app_info_get_display_name", f.displayName) &&
+        resolve(library, "g_app_info_get_id", f.appID) &&
+        resolve(library, "g_app_info_launch_uris_async", f.launchAsync) &&
+        resolve(library, "g_app_info_launch_uris_finish", f.launchFinish) &&
+        resolve(library, "g_desktop_app_info_get_type", f.desktopEntryType) &&
+        resolve(library, "g_desktop_app_info_new", f.desktopEntryNamed) &&
+        resolve(library, "g_desktop_app_info_new_from_filename", f.desktopEntryAt) &&
+        resolve(library, "g_desktop_app_info_get_filename", f.desktopEntryFile);
+    if (!complete) return nullptr;
+    return functions;
+  }();
+  return loaded.get();
+}
+
+// The same object seen as another of the types it is (a desktop entry is an
+// app info); GObject's own casts would check it through the library.
+template <class To, class From>
+To* as(From* object) {
+  return static_cast<To*>(static_cast<void*>(object));
+}
+
 struct ObjectRelease {
-  void operator()(gpointer object) const { g_object_unref(object); }
+  void operator()(gpointer object) const { gio()->objectUnref(object); }
 };
 template <class T>
 using Owned = std::unique_ptr<T, ObjectRelease>;
@@ -35,31 +124,31 @@ constexpr std::string_view kDesktopSuffix = ".desktop";
 struct Launch {
   HandOverWait::Report report;
   GList* links = nullptr;
-  ~Launch() { g_list_free_full(links, g_free); }
+  ~Launch() { gio()->listFreeFull(links, gio()->free); }
 };
 
 void launched(GObject* source, GAsyncResult* result, gpointer data) {
   const std::unique_ptr<Launch> launch(static_cast<Launch*>(data));
   GError* error = nullptr;
-  const bool launchedApp = g_app_info_launch_uris_finish(G_APP_INFO(source), result, &error);
-  if (error != nullptr) g_error_free(error);
+  const bool launchedApp = gio()->launchFinish(as<GAppInfo>(source), result, &error);
+  if (error != nullptr) gio()->errorFree(error);
   launch->report(!launchedApp);
 }
 
 void openWithDesktopEntry(const std::string& link, const std::string& app,
                           HandOverWait::Report report) {
-  const Owned<GDesktopAppInfo> entry(g_desktop_app_info_new_from_filename(app.c_str()));
+  const Gio* f = gio();
+  const Owned<GDesktopAppInfo> entry(f == nullptr ? nullptr : f->desktopEntryAt(app.c_str()));
   if (!entry) {
     report(true);
     return;
   }
   auto launch = std::make_unique<Launch>();
   launch->report = std::move(report);
-  launch->links = g_list_append(nullptr, g_strdup(link.c_str()));
+  launch->links = f->listAppend(nullptr, f->duplicate(link.c_str()));
   // No launch context: nothing asks the desktop to bring the app forward.
   GList* links = launch->links;
-  g_app_info_launch_uris_async(G_APP_INFO(entry.get()), links, nullptr, nullptr, &launched,
-                               launch.release());
+  f->launchAsync(as<GAppInfo>(entry.get()), links, nullptr, nullptr, &launched, launch.release());
 }
 
 gboolean stopWaiting(gpointer) { return G_SOURCE_REMOVE; }
@@ -67,14 +156,16 @@ gboolean stopWaiting(gpointer) { return G_SOURCE_REMOVE; }
 // One iteration of the default main context, woken by a timer at the latest
 // after `seconds`, so the launch's callback runs here on this thread.
 void turnMainContext(double seconds) {
+  const Gio* f = gio();
+  if (f == nullptr) return;
   const double milliseconds = std::clamp(std::ceil(seconds * 1000.0), 1.0, 60'000.0);
-  GMainContext* context = g_main_context_default();
-  GSource* timer = g_timeout_source_new(static_cast<guint>(milliseconds));
-  g_source_set_callback(timer, &stopWaiting, nullptr, nullptr);
-  g_source_attach(timer, context);
-  g_main_context_iteration(context, TRUE);
-  g_source_destroy(timer);
-  g_source_unref(timer);
+  GMainContext* context = f->mainContextDefault();
+  GSource* timer = f->timeoutSourceNew(static_cast<guint>(milliseconds));
+  f->sourceSetCallback(timer, &stopWaiting, nullptr, nullptr);
+  f->sourceAttach(timer, context);
+  f->mainContextIteration(context, TRUE);
+  f->sourceDestroy(timer);
+  f->sourceUnref(timer);
 }
 
 std::optional<std::string> bundleIDOfEntry(const char* desktopID) {
@@ -86,22 +177,22 @@ std::optional<std::string> bundleIDOfEntry(const char* desktopID) {
   return std::string(id);
 }
 
-AppFinder::Catalogue desktopCatalogue() {
+AppFinder::Catalogue desktopCatalogue(const Gio& f) {
   AppFinder::Catalogue catalogue;
-  catalogue.knowsBundleID = [](const std::string& bundleID) {
+  catalogue.knowsBundleID = [&f](const std::string& bundleID) {
     const std::string desktopID = bundleID + std::string(kDesktopSuffix);
-    return Owned<GDesktopAppInfo>(g_desktop_app_info_new(desktopID.c_str())) != nullptr;
+    return Owned<GDesktopAppInfo>(f.desktopEntryNamed(desktopID.c_str())) != nullptr;
   };
-  catalogue.listedApps = [] {
+  catalogue.listedApps = [&f] {
     std::vector<AppFinder::ListedApp> apps;
-    GList* all = g_app_info_get_all();
+    GList* all = f.allApps();
     for (GList* item = all; item != nullptr; item = item->next) {
       auto* info = static_cast<GAppInfo*>(item->data);
-      const char* name = g_app_info_get_display_name(info);
+      const char* name = f.displayName(info);
       if (name == nullptr) continue;
-      apps.push_back({name, bundleIDOfEntry(g_app_info_get_id(info))});
+      apps.push_back({name, bundleIDOfEntry(f.appID(info))});
     }
-    g_list_free_full(all, g_object_unref);
+    f.listFreeFull(all, f.objectUnref);
     return apps;
   };
   return catalogue;
@@ -113,11 +204,16 @@ std::optional<std::string> LiveTool::enclosingApp() { return std::nullopt; }
 
 std::optional<std::string> LiveTool::quillonApp() {
   if (std::optional<std::string> app = enclosingApp()) return app;
+  const Gio* f = gio();
+  if (f == nullptr) return std::nullopt;
   const std::string scheme(Brand::linkScheme);
   // GIO counts a handler whose program cannot be found as not installed.
-  const Owned<GAppInfo> handler(g_app_info_get_default_for_uri_scheme(scheme.c_str()));
-  if (!handler || !G_IS_DESKTOP_APP_INFO(handler.get())) return std::nullopt;
-  const char* file = g_desktop_app_info_get_filename(G_DESKTOP_APP_INFO(handler.get()));
+  const Owned<GAppInfo> handler(f->defaultForScheme(scheme.c_str()));
+  if (!handler ||
+      f->isInstanceOf(as<GTypeInstance>(handler.get()), f->desktopEntryType()) == FALSE) {
+    return std::nullopt;
+  }
+  const char* file = f->desktopEntryFile(as<GDesktopAppInfo>(handler.get()));
   if (file == nullptr) return std::nullopt;
   return std::string(file);
 }
@@ -127,7 +223,11 @@ HandOver LiveTool::handOver(const std::string& link, const std::string& app) {
                                        [] { return HandOverWait::Clock::now(); });
 }
 
-AppMatch LiveTool::app(std::string_view name) { return AppFinder::find(name, desktopCatalogue()); }
+AppMatch LiveTool::app(std::string_view name) {
+  const Gio* f = gio();
+  if (f == nullptr) return AppMatch::none();
+  return AppFinder::find(name, desktopCatalogue(*f));
+}
 
 ToolWorld::Version LiveTool::version() { return {}; }
 

@@ -18,50 +18,55 @@ constexpr std::array<std::string_view, std::variant_size_v<AutomationCommand::Ca
 
 // Writes the query of a link, or only counts its bytes, so that the parser
 // can check a command's size without building its link. Counting may also
-// take a quick upper bound that skips writing out each key's assignment.
+// take a quick upper bound, which looks at no byte of a text: a byte is
+// encoded in at most three, a number in at most as many as its longest form.
 class QueryWriter {
  public:
   enum class Mode { write, count, bound };
 
   QueryWriter(std::string* out, Mode mode) : out_(out), mode_(mode) {}
+  QueryWriter(const QueryWriter&) = delete;
+  QueryWriter& operator=(const QueryWriter&) = delete;
+  ~QueryWriter() { flush(); }
 
   void item(std::string_view name, std::string_view value) {
-    if (mode_ == Mode::write) {
-      out_->push_back(first_ ? '?' : '&');
-      LinkCoding::appendEncoded(*out_, name);
-      out_->push_back('=');
-      LinkCoding::appendEncoded(*out_, value);
-    } else {
-      size_ += 2 + LinkCoding::encodedSize(name) + LinkCoding::encodedSize(value);
-    }
-    first_ = false;
+    start(name);
+    piece(value);
   }
 
   void assignment(std::string_view key, const KeyAssignment& assignment) {
-    if (mode_ != Mode::bound) {
-      item(key, assignment.written());
+    if (mode_ == Mode::bound) {
+      size_ += 2 + encodedBound(key) + writtenSizeBound(assignment);
+      first_ = false;
       return;
     }
-    size_ += 2 + LinkCoding::encodedSize(key) + writtenSizeBound(assignment);
-    first_ = false;
+    // The written form is encoded piece by piece, never joined.
+    const KeyAssignment::Written written = assignment.writtenParts();
+    start(key);
+    for (std::string_view part : {written.prefix, written.first, written.bar, written.second}) {
+      if (!part.empty()) piece(part);
+    }
   }
 
   void integer(std::string_view name, std::int64_t value) {
-    char buffer[24];
+    if (mode_ == Mode::bound) return boundItem(name, kLongestInteger);
+    char buffer[kLongestInteger];
     auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
     item(name, std::string_view(buffer, static_cast<std::size_t>(result.ptr - buffer)));
   }
 
   // Numbers are written in their shortest form that reads back exactly.
   void number(std::string_view name, double value) {
-    char buffer[32];
+    if (mode_ == Mode::bound) return boundItem(name, kLongestNumber);
+    char buffer[kLongestNumber];
     auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
     item(name, std::string_view(buffer, static_cast<std::size_t>(result.ptr - buffer)));
   }
 
   void point(std::string_view name, double x, double y) {
-    char buffer[64];
-    auto first = std::to_chars(buffer, buffer + 31, x);
+    if (mode_ == Mode::bound) return boundItem(name, 2 * kLongestNumber + 1);
+    char buffer[2 * kLongestNumber + 1];
+    auto first = std::to_chars(buffer, buffer + kLongestNumber, x);
     *first.ptr = ':';
     auto second = std::to_chars(first.ptr + 1, buffer + sizeof buffer, y);
     item(name, std::string_view(buffer, static_cast<std::size_t>(second.ptr - buffer)));
@@ -70,27 +75,77 @@ class QueryWriter {
   [[nodiscard]] std::size_t size() const { return size_; }
 
  private:
-  // The encoded size of the written form, exact but for a text, which is
-  // counted as if it needed its "text:" prefix.
+  // The most characters an integer or a double is written with ("-" and 19
+  // digits; a sign, 17 digits, a point and an exponent such as "e-308"),
+  // none of which is encoded.
+  static constexpr std::size_t kLongestInteger = 24;
+  static constexpr std::size_t kLongestNumber = 32;
+
+  static std::size_t encodedBound(std::string_view text) { return 3 * text.size(); }
+
+  // A bound on an item whose value is a number, without writing the number.
+  void boundItem(std::string_view name, std::size_t longestValue) {
+    size_ += 2 + encodedBound(name) + longestValue;
+    first_ = false;
+  }
+
+  // An item's "?" or "&", its encoded name and "=".
+  void start(std::string_view name) {
+    if (mode_ == Mode::write) put(first_ ? '?' : '&');
+    size_ += mode_ == Mode::write ? 0 : 2;
+    piece(name);
+    if (mode_ == Mode::write) put('=');
+    first_ = false;
+  }
+
+  void piece(std::string_view text) {
+    switch (mode_) {
+      case Mode::write:
+        LinkCoding::encode(text, [this](char c) { put(c); });
+        return;
+      case Mode::count:
+        size_ += LinkCoding::encodedSize(text);
+        return;
+      case Mode::bound:
+        size_ += encodedBound(text);
+        return;
+    }
+  }
+
+  // Bytes gather here and go to the link a buffer at a time.
+  void put(char c) {
+    if (used_ == buffer_.size()) flush();
+    buffer_[used_++] = c;
+  }
+
+  void flush() {
+    if (used_ > 0) out_->append(buffer_.data(), used_);
+    used_ = 0;
+  }
+
+  // A bound on the encoded size of the written form, a text counted as if
+  // it needed its "text:" prefix.
   static std::size_t writtenSizeBound(const KeyAssignment& assignment) {
     const auto& value = assignment.value();
     if (const auto* text = std::get_if<KeyAssignment::Text>(&value)) {
-      return 5 + LinkCoding::encodedSize(text->text);
+      return 5 + encodedBound(text->text);
     }
     if (const auto* symbol = std::get_if<KeyAssignment::Symbol>(&value)) {
-      return 2 + LinkCoding::encodedSize(symbol->symbol);
+      return 2 + encodedBound(symbol->symbol);
     }
     if (const auto* app = std::get_if<KeyAssignment::App>(&value)) {
-      return 2 + LinkCoding::encodedSize(app->bundleID);
+      return 2 + encodedBound(app->bundleID);
     }
     const auto& both = std::get<KeyAssignment::SymbolText>(value);
-    return 5 + LinkCoding::encodedSize(both.symbol) + LinkCoding::encodedSize(both.text);
+    return 5 + encodedBound(both.symbol) + encodedBound(both.text);
   }
 
   std::string* out_;
   Mode mode_;
   std::size_t size_ = 0;
   bool first_ = true;
+  std::array<char, 256> buffer_{};
+  std::size_t used_ = 0;
 };
 
 void writeOptions(QueryWriter& writer, const ShowOptions& options) {
@@ -266,8 +321,10 @@ std::string AutomationCommand::link() const {
   out += Brand::linkScheme;
   out += "://";
   out += verb();
-  QueryWriter writer(&out, QueryWriter::Mode::write);
-  writeQuery(writer, value_);
+  {
+    QueryWriter writer(&out, QueryWriter::Mode::write);
+    writeQuery(writer, value_);
+  }
   return out;
 }
 

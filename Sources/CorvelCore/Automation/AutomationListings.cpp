@@ -35,20 +35,21 @@ std::string encodedArray(JSONArray array) {
   return JSONValue(std::move(array)).encoded().value_or("[]");
 }
 
-LayerRow row(const Layer& layer) {
+LayerRow row(const LayerSummary& layer) {
   return {layer.name,        TriggerText::format(layer.trigger),
           layer.appScope,    layer.enabled,
-          layer.needsReview, static_cast<std::int64_t>(layer.keys.size())};
+          layer.needsReview, layer.keys};
 }
 
 }  // namespace
 
 std::expected<std::vector<LayerRow>, LayerError> AutomationListings::layerRows(
     const std::string& data) {
+  auto summaries = LayerCodec::summaries(data);
+  if (!summaries) return std::unexpected(summaries.error());
   std::vector<LayerRow> out;
-  auto file = LayerCodec::decodeFile(
-      data, {[&] { out.clear(); }, [&](const Layer& layer) { out.push_back(row(layer)); }});
-  if (!file) return std::unexpected(file.error());
+  out.reserve(summaries->size());
+  for (const LayerSummary& summary : *summaries) out.push_back(row(summary));
   return out;
 }
 

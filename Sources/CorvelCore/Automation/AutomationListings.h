@@ -46,10 +46,9 @@ struct SheetRow {
 };
 
 struct AutomationListings {
-  // The rows of a layers file's readable layers, in file order, made while
-  // the file is read so that its layers are never all held; the file's
-  // error when it does not decode. `data` with JSONValue::readPadding of
-  // room after it is read in place.
+  // The rows of a layers file's readable layers, in file order, read from
+  // the file's summaries (LayerCodec::summaries) without building the
+  // layers; the file's error when it does not decode.
   [[nodiscard]] static std::expected<std::vector<LayerRow>, LayerError> layerRows(
       const std::string& data);
   // The built-in themes first (with their family), then the user's own; the

@@ -1,6 +1,7 @@
 #include "CorvelCore/Automation/AutomationParameters.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -44,70 +45,136 @@ std::optional<double> finiteNumber(std::string_view text) {
 // General category Cc: C0 controls, delete and the C1 controls.
 bool isControl(char32_t scalar) { return scalar < 0x20 || (scalar >= 0x7F && scalar <= 0x9F); }
 
-// The entry's value, or nullptr.
-const std::string* find(const AutomationParameters::Entries& entries, std::string_view name) {
-  for (const auto& [entryName, value] : entries) {
-    if (entryName == name) return &value;
+// Names are a few bytes long: compared by hand, they cost less than the
+// calls to memcmp the standard comparisons make. Byte order, as theirs.
+bool sameName(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t index = 0; index < a.size(); ++index) {
+    if (a[index] != b[index]) return false;
   }
-  return nullptr;
-}
-
-// Adds the entry in name order; false when the name is already there.
-bool insertSorted(AutomationParameters::Entries& entries, std::string name,
-                  const std::string& value) {
-  auto place = std::lower_bound(
-      entries.begin(), entries.end(), name,
-      [](const auto& entry, const std::string& wanted) { return entry.first < wanted; });
-  if (place != entries.end() && place->first == name) return false;
-  entries.emplace(place, std::move(name), value);
   return true;
 }
 
-// The spelling in `known` of the name, compared without regard to case.
-std::optional<std::string_view> knownName(std::string_view name,
-                                          std::span<const std::string_view> known) {
-  std::string lowered;
-  std::string_view compared = name;
-  if (!UTF8::isASCII(name)) {
-    lowered = ParameterText::lowercased(name);
-    compared = lowered;
+bool nameBefore(std::string_view a, std::string_view b) {
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t index = 0; index < common; ++index) {
+    if (a[index] != b[index]) {
+      return static_cast<unsigned char>(a[index]) < static_cast<unsigned char>(b[index]);
+    }
   }
-  for (std::string_view candidate : known) {
-    if (ParameterText::equalsIgnoringASCIICase(compared, candidate)) return candidate;
+  return a.size() < b.size();
+}
+
+// The entry's value, or nothing.
+template <class Entries>
+std::optional<std::string_view> find(const Entries& entries, std::string_view name) {
+  for (const auto& [entryName, value] : entries) {
+    if (sameName(entryName, name)) return value;
   }
   return std::nullopt;
 }
 
-std::string_view trimmedValue(const std::string& value) {
+// Adds the entry in name order; false when the name is already there.
+template <class Entries, class Name>
+bool insertSorted(Entries& entries, Name&& name, std::string_view value) {
+  const std::string_view wanted = name;
+  auto place = std::lower_bound(
+      entries.begin(), entries.end(), wanted,
+      [](const auto& entry, std::string_view sought) { return nameBefore(entry.first, sought); });
+  if (place != entries.end() && sameName(place->first, wanted)) return false;
+  entries.emplace(place, std::forward<Name>(name), value);
+  return true;
+}
+
+// The lengths of the known names, as bits, so that a name of another
+// length (a key's, nearly always) is passed over without a comparison.
+std::uint64_t lengthsOf(std::span<const std::string_view> known) {
+  std::uint64_t lengths = 0;
+  for (std::string_view candidate : known) {
+    lengths |= candidate.size() < 64 ? std::uint64_t{1} << candidate.size() : 0;
+  }
+  return lengths;
+}
+
+// The spelling in `known` of the name, compared without regard to case.
+std::optional<std::string_view> knownName(std::string_view name,
+                                          std::span<const std::string_view> known,
+                                          std::uint64_t knownLengths) {
+  const bool ascii = std::none_of(name.begin(), name.end(),
+                                  [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+  // Lowercasing leaves an ASCII name's length as it is.
+  if (ascii && (name.size() >= 64 || (knownLengths >> name.size() & 1) == 0)) return std::nullopt;
+  std::string lowered;
+  std::string_view compared = name;
+  // A non-ASCII name may lowercase to ASCII (the Kelvin sign is a "k").
+  if (!ascii) {
+    lowered = ParameterText::lowercased(name);
+    compared = lowered;
+  }
+  for (std::string_view candidate : known) {
+    if (compared.size() == candidate.size() &&
+        ParameterText::equalsIgnoringASCIICase(compared, candidate)) {
+      return candidate;
+    }
+  }
+  return std::nullopt;
+}
+
+std::string_view trimmedValue(std::string_view value) {
   return ParameterText::trimBlanksAndLineBreaks(value);
 }
 
 }  // namespace
 
 std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
-    std::span<const AutomationPair> pairs, std::span<const std::string_view> known,
+    std::span<const AutomationPairView> pairs, std::span<const std::string_view> known,
     bool takesKeys) {
-  std::vector<const AutomationPair*> sorted;
-  sorted.reserve(pairs.size());
-  for (const auto& pair : pairs) sorted.push_back(&pair);
   // UTF-8 byte order is code-point order; equal names keep their order.
-  std::stable_sort(sorted.begin(), sorted.end(),
-                   [](const auto* a, const auto* b) { return a->first < b->first; });
+  // A command's few pairs are sorted in place by insertion, without the
+  // buffers a vector and a merge sort take.
+  constexpr std::size_t kFewPairs = 32;
+  // Only as many slots as there are pairs are filled and read.
+  std::array<const AutomationPairView*, kFewPairs> few;
+  std::vector<const AutomationPairView*> many;
+  std::span<const AutomationPairView*> sorted;
+  if (pairs.size() <= kFewPairs) {
+    sorted = std::span(few).first(pairs.size());
+  } else {
+    many.resize(pairs.size());
+    sorted = many;
+  }
+  for (std::size_t index = 0; index < pairs.size(); ++index) sorted[index] = &pairs[index];
+  const auto byName = [](const AutomationPairView* a, const AutomationPairView* b) {
+    return nameBefore(a->first, b->first);
+  };
+  if (pairs.size() <= kFewPairs) {
+    for (std::size_t index = 1; index < sorted.size(); ++index) {
+      const AutomationPairView* moving = sorted[index];
+      std::size_t place = index;
+      for (; place > 0 && byName(moving, sorted[place - 1]); --place) {
+        sorted[place] = sorted[place - 1];
+      }
+      sorted[place] = moving;
+    }
+  } else {
+    std::stable_sort(sorted.begin(), sorted.end(), byName);
+  }
 
   AutomationParameters parameters;
   parameters.values_.reserve(std::min(known.size(), pairs.size()));
   if (takesKeys) parameters.keys_.reserve(std::min(pairs.size(), AutomationCommand::maxKeys));
-  for (const AutomationPair* pair : sorted) {
-    if (auto canonical = knownName(pair->first, known)) {
-      if (!insertSorted(parameters.values_, std::string(*canonical), pair->second)) {
-        return bad(*canonical);
-      }
+  const std::uint64_t knownLengths = lengthsOf(known);
+  for (const AutomationPairView* pair : sorted) {
+    if (auto canonical = knownName(pair->first, known, knownLengths)) {
+      // Parameters are looked up by name, so they are kept in the order read.
+      if (find(parameters.values_, *canonical)) return bad(*canonical);
+      parameters.values_.emplace_back(*canonical, pair->second);
       continue;
     }
     if (!takesKeys) continue;
     std::optional<std::string> key = KeyName::canonical(pair->first);
     if (!key) continue;
-    if (find(parameters.keys_, *key) != nullptr) return bad(*key);
+    if (find(parameters.keys_, *key)) return bad(*key);
     if (parameters.keys_.size() >= AutomationCommand::maxKeys) {
       return std::unexpected(AutomationError::tooLarge());
     }
@@ -116,7 +183,7 @@ std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
   return parameters;
 }
 
-const std::string* AutomationParameters::raw(std::string_view parameter) const {
+std::optional<std::string_view> AutomationParameters::raw(std::string_view parameter) const {
   return find(values_, parameter);
 }
 
@@ -142,8 +209,8 @@ std::string AutomationParameters::oneLine(std::string_view text) {
 }
 
 Read<std::string> AutomationParameters::name(std::string_view parameter) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::string text = oneLine(*value);
   if (text.empty()) return bad(parameter);
   return text;
@@ -165,8 +232,8 @@ Read<bool> AutomationParameters::boolean(std::string_view parameter) const {
       {"no", false},
       {"off", false},
   }};
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::string lowered = ParameterText::lowercased(trimmedValue(*value));
   for (const auto& word : words) {
     if (word.word == lowered) return word.value;
@@ -176,8 +243,8 @@ Read<bool> AutomationParameters::boolean(std::string_view parameter) const {
 
 Read<std::int64_t> AutomationParameters::integer(std::string_view parameter,
                                                  ClosedRange<std::int64_t> range) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::string_view text = trimmedValue(*value);
   bool negative = false;
   if (!text.empty() && (text.front() == '+' || text.front() == '-')) {
@@ -206,27 +273,27 @@ Read<std::int64_t> AutomationParameters::integer(std::string_view parameter,
 
 Read<double> AutomationParameters::number(std::string_view parameter,
                                           ClosedRange<double> range) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::optional<double> number = finiteNumber(trimmedValue(*value));
   if (!number || *number < range.lower) return bad(parameter);
   return std::min(*number, range.upper);
 }
 
 Read<std::string> AutomationParameters::file(std::string_view parameter) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   if (!value->starts_with('/')) return bad(parameter);
   std::size_t offset = 0;
   while (offset < value->size()) {
     if (isControl(UTF8::next(*value, offset))) return bad(parameter);
   }
-  return *value;
+  return std::string(*value);
 }
 
 Read<std::string> AutomationParameters::bundleID(std::string_view parameter) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::string_view text = trimmedValue(*value);
   if (!LayerNames::isBundleID(text)) return bad(parameter);
   return std::string(text);
@@ -243,7 +310,7 @@ Read<FillMode> AutomationParameters::fill() const {
       {"dim", FillMode::dimmed},
       {"blank", FillMode::blank},
   }};
-  if (const std::string* value = raw("fill")) {
+  if (const std::optional<std::string_view> value = raw("fill")) {
     std::string lowered = ParameterText::lowercased(trimmedValue(*value));
     for (const auto& word : words) {
       if (word.word == lowered) return word.mode;
@@ -257,11 +324,31 @@ Read<FillMode> AutomationParameters::fill() const {
 }
 
 Read<PositionRequest> AutomationParameters::position() const {
-  const std::string* value = raw("position");
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw("position");
+  if (!value) return std::nullopt;
   std::string_view text = trimmedValue(*value);
   // Names compare lowercased with blanks, "-" and "_" left out, so that
-  // "top-left", "Top Left" and "topleft" all name the same place.
+  // "top-left", "Top Left" and "topleft" all name the same place. ASCII,
+  // whose only blanks are the tab and the space, is squeezed in place.
+  if (UTF8::isASCII(text)) {
+    // Only the first `length` bytes of it are filled and read.
+    std::array<char, 16> squeezed;
+    std::size_t length = 0;
+    for (char c : text) {
+      if (c == '-' || c == '_' || c == ' ' || c == '\t') continue;
+      if (length == squeezed.size()) break;
+      squeezed[length++] = ParameterText::lowerASCII(c);
+    }
+    const std::string_view name(squeezed.data(), length);
+    if (name == "centre") return PositionRequest::named(NamedPosition::center);
+    for (const auto& named : namedPositionNames) {
+      if (ParameterText::equalsIgnoringASCIICase(name, named.raw)) {
+        return PositionRequest::named(named.value);
+      }
+    }
+    if (auto point = AutomationParameters::point(text)) return *point;
+    return bad("position");
+  }
   std::string lowered = ParameterText::lowercased(text);
   std::string squeezed;
   std::size_t offset = 0;
@@ -281,8 +368,8 @@ Read<PositionRequest> AutomationParameters::position() const {
 }
 
 Read<ScreenRequest> AutomationParameters::screen() const {
-  const std::string* value = raw("screen");
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw("screen");
+  if (!value) return std::nullopt;
   // Digits are looked for in the cleaned text: a name that cleans to digits
   // ("0" and an invisible character) would be written into a link as those
   // digits and read back as a display number, so it is one from the start.
@@ -298,8 +385,8 @@ Read<ScreenRequest> AutomationParameters::screen() const {
 }
 
 Read<LayerTrigger> AutomationParameters::trigger(std::string_view parameter) const {
-  const std::string* value = raw(parameter);
-  if (value == nullptr) return std::nullopt;
+  const std::optional<std::string_view> value = raw(parameter);
+  if (!value) return std::nullopt;
   std::optional<LayerTrigger> trigger = TriggerText::parse(*value);
   if (!trigger) return bad(parameter);
   return *trigger;

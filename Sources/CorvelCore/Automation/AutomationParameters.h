@@ -25,31 +25,38 @@ namespace corvel {
 
 // One (name, value) pair as delivered.
 using AutomationPair = std::pair<std::string, std::string>;
+// One (name, value) pair seen where its texts are.
+using AutomationPairView = std::pair<std::string_view, std::string_view>;
 
 class AutomationParameters {
  public:
   // A reader's result: the value, nothing when absent, or the error.
   template <class T>
   using Read = std::expected<std::optional<T>, AutomationError>;
-  // (name, value) entries sorted by name, each name once. Commands carry
-  // few parameters, so a sorted vector serves as the map.
-  using Entries = std::vector<std::pair<std::string, std::string>>;
+  // (name, value) entries, each name once; keys sorted by name, as they are
+  // read in that order. Commands carry few parameters, so a vector serves as
+  // the map. The values are the pairs' own texts: the pairs must outlive the
+  // parameters.
+  using Entries = std::vector<std::pair<std::string_view, std::string_view>>;
+  using KeyEntries = std::vector<std::pair<std::string, std::string_view>>;
 
   // Sorts the pairs by name (code-point order, stable) and keeps those named
-  // in `known` (compared ignoring case, stored under the spelling in `known`)
-  // and, when `takesKeys`, those named by a key (stored under its canonical
-  // name). A parameter or key given twice is `badValue`; more than
-  // `AutomationCommand::maxKeys` keys is `tooLarge`. Other pairs are ignored.
+  // in `known` (compared ignoring case, stored under the spelling in `known`,
+  // whose texts must outlive the parameters too) and, when `takesKeys`,
+  // those named by a key (stored under its canonical name). A parameter or
+  // key given twice is `badValue`; more than `AutomationCommand::maxKeys`
+  // keys is `tooLarge`. Other pairs are ignored.
   [[nodiscard]] static std::expected<AutomationParameters, AutomationError> make(
-      std::span<const AutomationPair> pairs, std::span<const std::string_view> known,
+      std::span<const AutomationPairView> pairs, std::span<const std::string_view> known,
       bool takesKeys);
 
-  // Known parameters by canonical name, with their values as given.
+  // Known parameters by canonical name, with their values as given, in the
+  // order the pairs sort in.
   [[nodiscard]] const Entries& values() const { return values_; }
   // Key values by canonical key name, as given.
-  [[nodiscard]] const Entries& keys() const { return keys_; }
-  // The value of a parameter as given, or nullptr.
-  [[nodiscard]] const std::string* raw(std::string_view parameter) const;
+  [[nodiscard]] const KeyEntries& keys() const { return keys_; }
+  // The value of a parameter as given, or nothing.
+  [[nodiscard]] std::optional<std::string_view> raw(std::string_view parameter) const;
 
   // The text cleaned, every line break and tab made one blank, and trimmed of
   // blanks at both ends.
@@ -95,7 +102,7 @@ class AutomationParameters {
 
  private:
   Entries values_;
-  Entries keys_;
+  KeyEntries keys_;
 };
 
 }  // namespace corvel

@@ -36,6 +36,11 @@ std::expected<std::optional<std::string>, AutomationError> layerName(
   auto name = parameters.name("name");
   if (!name) return std::unexpected(name.error());
   if (!*name) return std::nullopt;
+  // A name on one line is trimmed already; in ASCII (where it holds no
+  // carriage return) each byte is a character, so a short one needs no cut.
+  if ((*name)->size() <= static_cast<std::size_t>(TextLimits::layerName) && UTF8::isASCII(**name)) {
+    return std::move(*name);
+  }
   return std::string(ParameterText::trimBlanks(TextLimits::cut(**name, TextLimits::layerName)));
 }
 
@@ -150,7 +155,7 @@ Result buildLayerRemove(const AutomationParameters& parameters) {
 
 Result buildExport(const AutomationParameters& parameters) {
   ExportKind kind = ExportKind::layers;
-  if (const std::string* what = parameters.raw("what")) {
+  if (const std::optional<std::string_view> what = parameters.raw("what")) {
     std::string lowered = ParameterText::lowercased(ParameterText::trimBlanksAndLineBreaks(*what));
     auto named = exportKind(lowered);
     if (!named) return std::unexpected(AutomationError::badValue("what"));
@@ -222,7 +227,7 @@ bool isTooLong(std::string_view text) {
          UTF8::scalarCount(text) > AutomationCommand::maxValueLength;
 }
 
-Result parseValid(std::string_view verb, std::span<const AutomationPair> pairs,
+Result parseValid(std::string_view verb, std::span<const AutomationPairView> pairs,
                   AutomationSource source) {
   if (pairs.size() > AutomationCommand::maxParameters) {
     return std::unexpected(AutomationError::tooLarge());
@@ -249,8 +254,9 @@ Result parseValid(std::string_view verb, std::span<const AutomationPair> pairs,
     return std::unexpected(AutomationError::notAllowed(std::string(rule->verb)));
   }
 
-  auto parameters = AutomationParameters::make(
-      rule->readsPairs ? pairs : std::span<const AutomationPair>(), rule->known, rule->takesKeys);
+  auto parameters =
+      AutomationParameters::make(rule->readsPairs ? pairs : std::span<const AutomationPairView>(),
+                                 rule->known, rule->takesKeys);
   if (!parameters) return std::unexpected(parameters.error());
   Result command = rule->build(*parameters);
   if (command && !command->fitsLink()) {
@@ -265,12 +271,18 @@ Result AutomationParser::parse(std::string_view link) {
   if (link.size() > AutomationCommand::maxURLBytes) {
     return std::unexpected(AutomationError::tooLarge());
   }
-  auto components = LinkComponents::split(link);
-  if (!components || ParameterText::lowercased(components->scheme) != Brand::linkScheme) {
+  // The parts are read where they are in the link, or in `decoded` when
+  // they hold escapes; the room of both is kept for the next link.
+  thread_local LinkComponents::Views components;
+  thread_local std::string decoded;
+  // A scheme is ASCII letters, digits, "+", "-" and ".".
+  if (!LinkComponents::split(link, components, decoded) ||
+      !ParameterText::equalsIgnoringASCIICase(components.scheme, Brand::linkScheme)) {
     return std::unexpected(AutomationError::unknownVerb(""));
   }
-  std::string verb = components->host + components->path;
-  return parseValid(verb, components->items, AutomationSource::url);
+  std::string verb(components.host);
+  verb += components.path;
+  return parseValid(verb, components.items, AutomationSource::url);
 }
 
 Result AutomationParser::parse(std::string_view verb, std::span<const AutomationPair> pairs,
@@ -279,12 +291,18 @@ Result AutomationParser::parse(std::string_view verb, std::span<const Automation
       UTF8::isValid(verb) && std::all_of(pairs.begin(), pairs.end(), [](const auto& pair) {
         return UTF8::isValid(pair.first) && UTF8::isValid(pair.second);
       });
-  if (wellFormed) return parseValid(verb, pairs, source);
-  // Only other programs' pairs can be ill-formed; links are checked when split.
+  std::string mendedVerb;
   std::vector<AutomationPair> mended;
-  mended.reserve(pairs.size());
-  for (const auto& [name, value] : pairs) mended.emplace_back(repaired(name), repaired(value));
-  return parseValid(repaired(verb), mended, source);
+  if (!wellFormed) {
+    // Only other programs' pairs can be ill-formed; links are checked when split.
+    mendedVerb = repaired(verb);
+    verb = mendedVerb;
+    mended.reserve(pairs.size());
+    for (const auto& [name, value] : pairs) mended.emplace_back(repaired(name), repaired(value));
+    pairs = mended;
+  }
+  const std::vector<AutomationPairView> views(pairs.begin(), pairs.end());
+  return parseValid(verb, views, source);
 }
 
 }  // namespace corvel

@@ -1,5 +1,6 @@
 #include "CorvelCore/Automation/KeyAssignment.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "CorvelCore/Layers/LayerNames.h"
@@ -19,9 +20,30 @@ bool isLineBreakOrTab(char32_t scalar) {
          scalar == 0x2029;
 }
 
+bool isPrintableASCII(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+}
+
+// Printable ASCII has nothing to clean or flatten, its only blank is the
+// space, and each byte is one character.
+std::string_view trimmedSpaces(std::string_view text) {
+  const std::size_t start = text.find_first_not_of(' ');
+  if (start == std::string_view::npos) return {};
+  return text.substr(start, text.find_last_not_of(' ') - start + 1);
+}
+
+bool fitsTextLength(std::size_t characters) {
+  return characters >= 1 && characters <= static_cast<std::size_t>(KeyAssignment::maxTextLength);
+}
+
 // A key's text on one line: cleaned, line breaks and tabs turned into
 // blanks, trimmed, and 1 to 120 characters long.
 std::optional<std::string> words(std::string_view raw) {
+  if (isPrintableASCII(raw)) {
+    const std::string_view text = trimmedSpaces(raw);
+    if (!fitsTextLength(text.size())) return std::nullopt;
+    return std::string(text);
+  }
   const std::string cleaned = LayerText::clean(raw).text;
   std::string oneLine;
   oneLine.reserve(cleaned.size());
@@ -30,11 +52,25 @@ std::optional<std::string> words(std::string_view raw) {
     UTF8::append(oneLine, isLineBreakOrTab(scalar) ? U' ' : scalar);
   }
   std::string text(UnicodeText::trimmingBlanks(oneLine));
-  const std::size_t length = TextLimits::characterCount(text);
-  if (length < 1 || length > static_cast<std::size_t>(KeyAssignment::maxTextLength)) {
-    return std::nullopt;
-  }
+  if (!fitsTextLength(TextLimits::characterCount(text))) return std::nullopt;
   return text;
+}
+
+// Whether `parse` reads the text back as that very text: a kind's prefix
+// before the first ":" makes it something else (or a shorter text), and
+// otherwise it must already be one line, cleaned, trimmed and short enough.
+bool readsAsItself(std::string_view text) {
+  if (const std::size_t colon = text.find(':'); colon != std::string_view::npos) {
+    const std::string_view prefix = text.substr(0, colon);
+    for (std::string_view kind : {"text", "s", "symbol", "symtext", "a", "app"}) {
+      if (prefix == kind) return false;
+    }
+  }
+  if (isPrintableASCII(text)) {
+    return fitsTextLength(text.size()) && text.front() != ' ' && text.back() != ' ';
+  }
+  const std::optional<std::string> read = words(text);
+  return read && *read == text;
 }
 
 std::optional<KeyAssignment> symbolAndText(std::string_view rest) {
@@ -64,8 +100,12 @@ KeyAssignment KeyAssignment::symbolText(std::string symbol, std::string text) {
 }
 
 std::optional<KeyAssignment> KeyAssignment::parse(std::string_view value) {
-  const std::size_t colon = value.find(':');
-  if (colon != std::string_view::npos) {
+  // A kind's prefix is at most seven letters long, so only a colon among
+  // the first eight bytes can end one.
+  constexpr std::size_t kLongestPrefix = 7;
+  std::size_t colon = 0;
+  while (colon < value.size() && colon <= kLongestPrefix && value[colon] != ':') ++colon;
+  if (colon < value.size() && colon <= kLongestPrefix) {
     const std::string_view prefix = value.substr(0, colon);
     const std::string_view rest = value.substr(colon + 1);
     if (prefix == "text") {
@@ -74,7 +114,7 @@ std::optional<KeyAssignment> KeyAssignment::parse(std::string_view value) {
       return KeyAssignment::text(std::move(*text));
     }
     if (prefix == "s" || prefix == "symbol") {
-      if (rest.find('|') != std::string_view::npos) return symbolAndText(rest);
+      if (std::find(rest.begin(), rest.end(), '|') != rest.end()) return symbolAndText(rest);
       if (!LayerNames::isSymbolName(rest)) return std::nullopt;
       return KeyAssignment::symbol(std::string(rest));
     }
@@ -97,23 +137,29 @@ std::optional<std::string_view> KeyAssignment::appPart(std::string_view value) {
   return value.substr(colon + 1);
 }
 
-std::string KeyAssignment::written() const {
+KeyAssignment::Written KeyAssignment::writtenParts() const {
   struct Writer {
-    std::string operator()(const Text& value) const {
+    Written operator()(const Text& value) const {
       // A text that reads back as itself is written plainly; "-" stands for
       // removing a key's assignment where edits are written.
-      if (value.text != removalMark && parse(value.text) == KeyAssignment::text(value.text)) {
-        return value.text;
-      }
-      return std::string(textPrefix) + value.text;
+      if (value.text != removalMark && readsAsItself(value.text)) return {{}, value.text, {}, {}};
+      return {textPrefix, value.text, {}, {}};
     }
-    std::string operator()(const Symbol& value) const { return "s:" + value.symbol; }
-    std::string operator()(const App& value) const { return "a:" + value.bundleID; }
-    std::string operator()(const SymbolText& value) const {
-      return "s:" + value.symbol + "|" + value.text;
+    Written operator()(const Symbol& value) const { return {"s:", value.symbol, {}, {}}; }
+    Written operator()(const App& value) const { return {"a:", value.bundleID, {}, {}}; }
+    Written operator()(const SymbolText& value) const {
+      return {"s:", value.symbol, "|", value.text};
     }
   };
   return std::visit(Writer{}, value_);
+}
+
+std::string KeyAssignment::written() const {
+  const Written parts = writtenParts();
+  std::string out;
+  out.reserve(parts.prefix.size() + parts.first.size() + parts.bar.size() + parts.second.size());
+  out.append(parts.prefix).append(parts.first).append(parts.bar).append(parts.second);
+  return out;
 }
 
 }  // namespace corvel

@@ -61,12 +61,27 @@ class KeyAssignment {
   // something else.
   [[nodiscard]] std::string written() const;
 
+  // The written form in the pieces it is joined from (unused ones empty),
+  // for writers that encode it without joining it first.
+  struct Written {
+    std::string_view prefix;  // "text:", "s:", "a:" or nothing
+    std::string_view first;   // the text, symbol or bundle identifier
+    std::string_view bar;     // "|" between a symbol and its text
+    std::string_view second;  // the text after a symbol
+  };
+  [[nodiscard]] Written writtenParts() const;
+
   [[nodiscard]] const Value& value() const { return value_; }
 
   friend bool operator==(const KeyAssignment&, const KeyAssignment&) = default;
 
  private:
-  explicit KeyAssignment(Value value) : value_(std::move(value)) {}
+  // Each case is made where it is kept, without a variant moved in between.
+  explicit KeyAssignment(Text value) : value_(std::in_place_type<Text>, std::move(value)) {}
+  explicit KeyAssignment(Symbol value) : value_(std::in_place_type<Symbol>, std::move(value)) {}
+  explicit KeyAssignment(App value) : value_(std::in_place_type<App>, std::move(value)) {}
+  explicit KeyAssignment(SymbolText value)
+      : value_(std::in_place_type<SymbolText>, std::move(value)) {}
 
   Value value_;
 };

@@ -1,24 +1,12 @@
 #include "CorvelCore/Automation/LinkCoding.h"
 
-#include <array>
+#include <algorithm>
 
 #include "CorvelCore/TextLimits/UTF8.h"
 
 namespace corvel {
 
 namespace {
-
-constexpr std::string_view unreservedBytes =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~:/@";
-
-// A lookup table built once from the set above, so encoding is one load per byte.
-constexpr std::array<bool, 256> unreservedTable = [] {
-  std::array<bool, 256> table{};
-  for (char c : unreservedBytes) table[static_cast<unsigned char>(c)] = true;
-  return table;
-}();
-
-constexpr std::string_view hexDigits = "0123456789ABCDEF";
 
 int hexValue(char c) {
   if (c >= '0' && c <= '9') return c - '0';
@@ -29,46 +17,32 @@ int hexValue(char c) {
 
 }  // namespace
 
-void LinkCoding::appendEncoded(std::string& out, std::string_view text) {
-  for (char c : text) {
-    auto byte = static_cast<unsigned char>(c);
-    if (unreservedTable[byte]) {
-      out.push_back(c);
-    } else {
-      out.push_back('%');
-      out.push_back(hexDigits[byte >> 4]);
-      out.push_back(hexDigits[byte & 0x0F]);
-    }
-  }
-}
-
 std::size_t LinkCoding::encodedSize(std::string_view text) {
   std::size_t size = 0;
   for (char c : text) size += unreservedTable[static_cast<unsigned char>(c)] ? 1 : 3;
   return size;
 }
 
-std::optional<std::string> LinkCoding::decode(std::string_view text) {
-  if (text.find('%') == std::string_view::npos) {
-    if (!UTF8::isValid(text)) return std::nullopt;
-    return std::string(text);
-  }
-  std::string out;
-  out.reserve(text.size());
+bool LinkCoding::isPlain(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return isPlain(c); });
+}
+
+bool LinkCoding::decode(std::string_view text, std::string& out) {
+  const std::size_t start = out.size();
+  out.reserve(start + text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] != '%') {
       out.push_back(text[i]);
       continue;
     }
-    if (text.size() - i < 3) return std::nullopt;
+    if (text.size() - i < 3) return false;
     int high = hexValue(text[i + 1]);
     int low = hexValue(text[i + 2]);
-    if (high < 0 || low < 0) return std::nullopt;
+    if (high < 0 || low < 0) return false;
     out.push_back(static_cast<char>(high * 16 + low));
     i += 2;
   }
-  if (!UTF8::isValid(out)) return std::nullopt;
-  return out;
+  return UTF8::isValid(std::string_view(out).substr(start));
 }
 
 }  // namespace corvel

@@ -16,6 +16,14 @@ namespace {
 
 template <class Predicate>
 std::string_view trimmed(std::string_view text, Predicate isTrimmed) {
+  // An ASCII byte is a scalar of its own: a text that starts and ends with
+  // one that stays (most do) has nothing to trim.
+  if (!text.empty() && static_cast<unsigned char>(text.front()) < 0x80 &&
+      static_cast<unsigned char>(text.back()) < 0x80 &&
+      !isTrimmed(static_cast<char32_t>(text.front())) &&
+      !isTrimmed(static_cast<char32_t>(text.back()))) {
+    return text;
+  }
   std::size_t start = 0;
   std::size_t end = 0;
   bool seenKept = false;
@@ -64,15 +72,6 @@ std::string ParameterText::lowercased(std::string_view text) {
       .toLower(icu::Locale::getRoot())
       .toUTF8String(result);
   return result;
-}
-
-bool ParameterText::equalsIgnoringASCIICase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (lower(a[i]) != lower(b[i])) return false;
-  }
-  return true;
 }
 
 }  // namespace corvel

@@ -21,7 +21,17 @@ struct ParameterText {
   [[nodiscard]] static std::string lowercased(std::string_view text);
   // True when the texts are equal once their ASCII letters are lowercased;
   // for comparing (lowercased) input with the fixed ASCII names of commands.
-  [[nodiscard]] static bool equalsIgnoringASCIICase(std::string_view a, std::string_view b);
+  [[nodiscard]] static bool equalsIgnoringASCIICase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+      if (lowerASCII(a[i]) != lowerASCII(b[i])) return false;
+    }
+    return true;
+  }
+  // The letter in lower case when it is an ASCII capital; any other byte as it is.
+  [[nodiscard]] static constexpr char lowerASCII(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  }
 };
 
 }  // namespace corvel

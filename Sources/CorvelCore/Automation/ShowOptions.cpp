@@ -16,7 +16,7 @@ std::expected<ShowOptions, AutomationError> ShowOptions::read(
   if (!position) return std::unexpected(position.error());
   options.position = *position;
   // A point given as "x:y" takes the place of any "position".
-  if (const std::string* point = parameters.raw("x:y")) {
+  if (const std::optional<std::string_view> point = parameters.raw("x:y")) {
     auto read = AutomationParameters::point(ParameterText::trimBlanksAndLineBreaks(*point));
     if (!read) return std::unexpected(AutomationError::badValue("x:y"));
     options.position = *read;

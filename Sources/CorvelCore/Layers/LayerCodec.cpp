@@ -1,17 +1,16 @@
 #include "CorvelCore/Layers/LayerCodec.h"
 
-#include <condition_variable>
-#include <deque>
-#include <mutex>
-#include <system_error>
-#include <thread>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "CorvelCore/Brand/Brand.h"
 #include "CorvelCore/Layers/DocumentRules.h"
+#include "CorvelCore/Layers/LayerAction.h"
+#include "CorvelCore/Layers/LayerNames.h"
+#include "CorvelCore/Shortcuts/KeyCombo.h"
 #include "CorvelCore/Theme/JSONObjectReader.h"
+#include "CorvelCore/Theme/JSONWalk.h"
 
 namespace corvel {
 namespace {
@@ -23,9 +22,15 @@ constexpr bool isTypeOf(std::string_view identifier, std::string_view bundleID) 
 }
 static_assert(isTypeOf(LayerCodec::typeIdentifier, Brand::bundleID));
 static_assert(isTypeOf(LayerCodec::legacyTypeIdentifier, Brand::earlierBundleID));
+static_assert(JSONValue::readPadding >= simdjson::SIMDJSON_PADDING);
 
 constexpr std::string_view versionKey = "version";
 constexpr std::string_view layersKey = "layers";
+
+using Value = JSONWalk::Value;
+using Type = JSONWalk::Type;
+
+bool ok(simdjson::error_code error) { return error == simdjson::SUCCESS; }
 
 std::string encoded(std::int64_t version, std::span<const Layer> layers, const JSONArray& unparsed,
                     const JSONObject& extras) {
@@ -39,204 +44,374 @@ std::string encoded(std::int64_t version, std::span<const Layer> layers, const J
   return DocumentRules::printed(root);
 }
 
-// Reads the elements of "layers" into layers, in file order: the first
-// layer of each id goes to the sink, the rest of the elements to `unparsed`.
-struct ElementReader {
-  const LayerCodec::LayerSink& sink;
-  JSONArray& unparsed;
-  std::unordered_set<UUID> ids{};
-  std::int64_t unreadable = 0;
-
-  // A text that repeats "layers" means its last one.
-  void restart() {
-    unparsed.clear();
-    ids.clear();
-    unreadable = 0;
-    if (sink.restart) sink.restart();
-  }
-
-  // Moves `element` away only when it is kept in `unparsed`.
-  void read(JSONValue& element) {
-    auto layer = Layer::fromJSON(element);
-    if (!layer) {
-      ++unreadable;
-      unparsed.push_back(std::move(element));
-    } else if (!ids.insert(layer->id).second) {
-      // A repeated id is never loaded twice; the first layer keeps it.
-      unparsed.push_back(std::move(element));
-    } else if (sink.layer) {
-      sink.layer(std::move(*layer));
+// The root of a layers file, walked once. Each element of a "layers" array
+// goes to `element` (as `bool element(Value, int depth)`) as soon as the
+// parser reaches it, after `restart` for each such array, since a text that
+// repeats "layers" means its last one; the file is never held whole. The
+// other members are built into `extras` when `keepExtras`, else only checked.
+// Gives the version and extras, or the file's error: whether it is JSON,
+// and its version, are known only at the end.
+template <class Restart, class Element>
+std::expected<LayerFile, LayerError> walkFile(const JSONWalk::Input& input, bool keepExtras,
+                                              Restart restart, Element element) {
+  std::optional<JSONValue> version;
+  bool layersIsArray = false;
+  std::vector<JSONObject::Member> extras;
+  // A parser of its own, whose buffers (several bytes for each of the
+  // file's) are given back as soon as the file is read.
+  simdjson::ondemand::parser parser;
+  const bool isJSON = JSONWalk::rootObject(parser, input, [&](JSONWalk::Object members) {
+    for (auto result : members) {
+      JSONWalk::Field field;
+      std::string_view key;
+      if (!ok(std::move(result).get(field)) || !JSONWalk::key(field, key)) return false;
+      Value value = field.value();
+      if (key == layersKey) {
+        Type type{};
+        if (!JSONWalk::type(value, 2, type)) return false;
+        layersIsArray = type == Type::array;
+        if (!layersIsArray) {
+          if (!JSONWalk::check(value, 2)) return false;
+          continue;
+        }
+        restart();
+        JSONWalk::Array elements;
+        if (!ok(value.get_array().get(elements))) return false;
+        for (auto item : elements) {
+          Value inner;
+          if (!ok(item.get(inner)) || !element(inner, 3)) return false;
+        }
+      } else if (key == versionKey) {
+        if (!JSONWalk::build(value, 2, version.emplace())) return false;
+      } else if (keepExtras) {
+        extras.emplace_back(std::string(key), JSONValue());
+        if (!JSONWalk::build(value, 2, extras.back().second)) return false;
+      } else if (!JSONWalk::check(value, 2)) {
+        return false;
+      }
     }
+    return true;
+  });
+  if (!isJSON) return std::unexpected(LayerError::notJSON());
+
+  LayerFile file;
+  JSONObject members;
+  if (version) members.set(std::string(versionKey), std::move(*version));
+  const JSONValue root(std::move(members));
+  JSONObjectReader reader("", root);
+  file.version = reader.integer(versionKey, LayerCodec::currentVersion);
+  if (file.version < 1) return std::unexpected(LayerError::unsupportedVersion(file.version));
+  if (!layersIsArray) return std::unexpected(LayerError::notLayers());
+  file.extras = JSONObject(std::move(extras));
+  return file;
+}
+
+// ---- Summaries ----
+//
+// The summary of an element is what Layer::fromJSON would make of it, read
+// from the parser directly: the same members decide, each by its last
+// occurrence (as in a decoded object), and a layer, key or action counts
+// exactly when the full reader would take it. The differential tests and
+// the layers file's fuzzer hold the two readers to the same answers.
+
+// A member as the checks below look at it: its case, and a string's text or
+// a Boolean's value. Any other value is checked and left.
+struct Seen {
+  bool present = false;
+  Type type = Type::null;
+  std::string_view text;
+  bool flag = false;
+
+  [[nodiscard]] const std::string_view* string() const {
+    return present && type == Type::string ? &text : nullptr;
   }
 };
 
-// Hands the elements of a large file to an ElementReader on a second
-// thread, so that layers are made from one part of the file while the
-// parser reads the next. Elements go over in batches, in file order, and at
-// most a few batches wait at a time, so the file is still never held whole.
-// Read batches come back to be freed here: memory is best given back by
-// the thread that took it, as the allocator then never has to share its
-// pools between threads. Without a second thread (none can be started) the
-// elements are read here.
-class ElementPipe {
+bool look(Value value, int depth, Seen& seen) {
+  seen = Seen{};
+  seen.present = true;
+  if (!JSONWalk::type(value, depth, seen.type)) return false;
+  if (seen.type == Type::string) return JSONWalk::string(value, seen.text);
+  if (seen.type == Type::boolean) return ok(value.get_bool().get(seen.flag));
+  return JSONWalk::check(value, depth);
+}
+
+// The members of an object, each by its key; `member` (as
+// `bool member(std::string_view key, Value, int depth)`) takes each in turn.
+template <class Member>
+bool members(Value value, int depth, Member member) {
+  JSONWalk::Object object;
+  if (!ok(value.get_object().get(object))) return false;
+  for (auto result : object) {
+    JSONWalk::Field field;
+    std::string_view key;
+    if (!ok(std::move(result).get(field)) || !JSONWalk::key(field, key)) return false;
+    if (!member(key, field.value(), depth + 1)) return false;
+  }
+  return true;
+}
+
+// Whether the value is an object; anything else is checked and left.
+bool isObject(Value& value, int depth, bool& object) {
+  Type type{};
+  if (!JSONWalk::type(value, depth, type)) return false;
+  object = type == Type::object;
+  return object || JSONWalk::check(value, depth);
+}
+
+// A sendShortcut's "modifiers": missing or null, or an array of modifier names.
+bool modifiersRead(Value value, int depth, bool& fine) {
+  Type type{};
+  if (!JSONWalk::type(value, depth, type)) return false;
+  fine = type == Type::null;
+  if (type != Type::array) return JSONWalk::check(value, depth);
+  JSONWalk::Array elements;
+  if (!ok(value.get_array().get(elements))) return false;
+  fine = true;
+  for (auto item : elements) {
+    Value element;
+    Seen name;
+    if (!ok(item.get(element)) || !look(element, depth + 1, name)) return false;
+    fine = fine && name.string() != nullptr && keyModifier(name.text).has_value();
+  }
+  return true;
+}
+
+// Whether LayerAction::fromJSON reads the value.
+bool actionReads(Value value, int depth, bool& reads) {
+  bool object = false;
+  reads = false;
+  if (!isObject(value, depth, object)) return false;
+  if (!object) return true;
+  Seen type, bundleID, name, text, key;
+  bool modifiersFine = true;
+  const bool isJSON = members(value, depth, [&](std::string_view member, Value inner, int at) {
+    if (member == "type") return look(inner, at, type);
+    if (member == "bundleID") return look(inner, at, bundleID);
+    if (member == "name") return look(inner, at, name);
+    if (member == "text") return look(inner, at, text);
+    if (member == "key") return look(inner, at, key);
+    if (member == "modifiers") return modifiersRead(inner, at, modifiersFine);
+    return JSONWalk::check(inner, at);
+  });
+  if (!isJSON || type.string() == nullptr) return isJSON;
+  if (type.text == "openApp") {
+    reads = bundleID.string() != nullptr && LayerNames::isBundleID(bundleID.text);
+  } else if (type.text == "typeText") {
+    std::int64_t removed = 0;
+    reads = text.string() != nullptr &&
+            !DocumentRules::cleanedAndCut(text.text, LayerAction::maxTextLength, removed).empty();
+  } else if (type.text == "sendShortcut") {
+    reads =
+        key.string() != nullptr && DocumentRules::keyNamed(key.text).has_value() && modifiersFine;
+  } else if (type.text == "showSymbol") {
+    reads = name.string() != nullptr && LayerNames::isSymbolName(name.text);
+  }
+  return true;
+}
+
+// Whether CapFace::fromJSON reads the value; null stands for no face.
+bool faceReads(Value value, int depth, bool& reads) {
+  Type kind{};
+  if (!JSONWalk::type(value, depth, kind)) return false;
+  reads = kind == Type::null;
+  if (kind != Type::object) return JSONWalk::check(value, depth);
+  Seen type, text, symbol, caption, bundleID;
+  const bool isJSON = members(value, depth, [&](std::string_view member, Value inner, int at) {
+    if (member == "type") return look(inner, at, type);
+    if (member == "text") return look(inner, at, text);
+    if (member == "symbol") return look(inner, at, symbol);
+    if (member == "caption") return look(inner, at, caption);
+    if (member == "bundleID") return look(inner, at, bundleID);
+    return JSONWalk::check(inner, at);
+  });
+  if (!isJSON || type.string() == nullptr) return isJSON;
+  const bool symbolNamed = symbol.string() != nullptr && LayerNames::isSymbolName(symbol.text);
+  if (type.text == "label" || type.text == "text") {
+    reads = text.string() != nullptr;
+  } else if (type.text == "symbol") {
+    reads = symbolNamed;
+  } else if (type.text == "symbolCaption") {
+    reads = symbolNamed && caption.string() != nullptr;
+  } else if (type.text == "appIcon") {
+    reads = bundleID.string() != nullptr && LayerNames::isBundleID(bundleID.text);
+  }
+  return true;
+}
+
+// Whether LayerKey::fromJSON reads the value.
+bool keyReads(Value value, int depth, bool& reads) {
+  bool object = false;
+  reads = false;
+  if (!isObject(value, depth, object)) return false;
+  if (!object) return true;
+  bool hasAction = false;
+  bool actionFine = false;
+  bool faceFine = true;
+  const bool isJSON = members(value, depth, [&](std::string_view member, Value inner, int at) {
+    if (member == "action") {
+      hasAction = true;
+      return actionReads(inner, at, actionFine);
+    }
+    if (member == "display") return faceReads(inner, at, faceFine);
+    return JSONWalk::check(inner, at);
+  });
+  reads = hasAction && actionFine && faceFine;
+  return isJSON;
+}
+
+// Counts the keys of a "keys" object that a layer would hold: each entry
+// named by a key whose last value reads.
+class KeyCounter {
  public:
-  explicit ElementPipe(ElementReader& reader) : reader_(reader) {
-    try {
-      worker_ = std::thread([this] { work(); });
-    } catch (const std::system_error&) {
-      // Read on this thread instead.
-    }
-  }
-  ElementPipe(const ElementPipe&) = delete;
-  ElementPipe& operator=(const ElementPipe&) = delete;
-  ~ElementPipe() { finish(); }
-
-  void restart() {
-    send();
-    filling_.restart = true;
-  }
-
-  void read(JSONValue element) {
-    filling_.elements.push_back(std::move(element));
-    if (filling_.elements.size() == batchSize) send();
-  }
-
-  // Every element handed over has been read once this returns.
-  void finish() {
-    send();
-    if (!worker_.joinable()) return;
-    {
-      const std::lock_guard lock(mutex_);
-      finished_ = true;
-    }
-    changed_.notify_all();
-    worker_.join();
-    spent_.clear();
+  bool count(Value value, int depth, std::int64_t& keys) {
+    bool object = false;
+    keys = 0;
+    if (!isObject(value, depth, object)) return false;
+    if (!object) return true;
+    for (std::size_t index : named_) reads_[index] = false;
+    named_.clear();
+    const bool isJSON = members(value, depth, [&](std::string_view member, Value inner, int at) {
+      bool reads = false;
+      if (!keyReads(inner, at, reads)) return false;
+      if (const std::optional<KeyID> key = DocumentRules::keyNamed(member)) {
+        const auto index = static_cast<std::size_t>(*key);
+        if (!reads_[index]) {
+          if (reads) named_.push_back(index);
+        } else if (!reads) {
+          std::erase(named_, index);
+        }
+        reads_[index] = reads;
+      }
+      return true;
+    });
+    keys = static_cast<std::int64_t>(named_.size());
+    return isJSON;
   }
 
  private:
-  struct Batch {
-    // The file starts its "layers" over before these elements.
-    bool restart = false;
-    std::vector<JSONValue> elements;
-  };
-  static constexpr std::size_t batchSize = 32;
-  static constexpr std::size_t mostWaiting = 8;
-
-  void send() {
-    if (!filling_.restart && filling_.elements.empty()) return;
-    Batch batch = std::exchange(filling_, Batch());
-    filling_.elements.reserve(batchSize);
-    if (!worker_.joinable()) {
-      take(batch);
-      return;
-    }
-    std::deque<Batch> spent;
-    {
-      std::unique_lock lock(mutex_);
-      changed_.wait(lock, [this] { return waiting_.size() < mostWaiting; });
-      waiting_.push_back(std::move(batch));
-      spent.swap(spent_);
-    }
-    changed_.notify_all();
-  }
-
-  void work() {
-    while (true) {
-      Batch batch;
-      {
-        std::unique_lock lock(mutex_);
-        changed_.wait(lock, [this] { return finished_ || !waiting_.empty(); });
-        if (waiting_.empty()) return;
-        batch = std::move(waiting_.front());
-        waiting_.pop_front();
-      }
-      changed_.notify_all();
-      take(batch);
-      const std::lock_guard lock(mutex_);
-      spent_.push_back(std::move(batch));
-    }
-  }
-
-  void take(Batch& batch) {
-    if (batch.restart) reader_.restart();
-    for (JSONValue& element : batch.elements) reader_.read(element);
-  }
-
-  ElementReader& reader_;
-  Batch filling_;
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  std::deque<Batch> waiting_;
-  // Read, to be freed by the thread that made them.
-  std::deque<Batch> spent_;
-  bool finished_ = false;
-  std::thread worker_;
+  // Whether each key's entry reads, by the key's number; `named_` lists
+  // the keys whose entries read, so that only they are cleared next time.
+  std::array<bool, 256> reads_{};
+  std::vector<std::size_t> named_;
 };
 
-// Below this size a file is read faster than a second thread starts.
-constexpr std::size_t pipedFileBytes = 1'048'576;
+// Reads each element of "layers" into the summary of the layer
+// Layer::fromJSON would make of it, keeping the first layer of each id.
+class Summarizer {
+ public:
+  void restart() {
+    summaries_.clear();
+    ids_.clear();
+  }
+
+  bool element(Value value, int depth) {
+    bool object = false;
+    if (!isObject(value, depth, object)) return false;
+    if (!object) return true;
+    Seen id, name, appScope, enabled, needsReview;
+    std::optional<LayerTrigger> trigger;
+    std::int64_t keys = 0;
+    const bool isJSON = members(value, depth, [&](std::string_view member, Value inner, int at) {
+      if (member == "id") return look(inner, at, id);
+      if (member == "name") return look(inner, at, name);
+      if (member == "appScope") return look(inner, at, appScope);
+      if (member == "enabled") return look(inner, at, enabled);
+      if (member == "needsReview") return look(inner, at, needsReview);
+      if (member == "keys") return keys_.count(inner, at, keys);
+      if (member == "trigger") {
+        JSONValue json;
+        if (!JSONWalk::build(inner, at, json)) return false;
+        trigger = json.isNull() ? std::nullopt : LayerTrigger::fromJSON(json);
+        return true;
+      }
+      return JSONWalk::check(inner, at);
+    });
+    if (!isJSON) return false;
+
+    const std::optional<UUID> uuid = id.string() != nullptr ? UUID::parse(id.text) : std::nullopt;
+    if (!uuid || !trigger || trigger->empty()) return true;
+    LayerSummary summary;
+    if (const std::string_view* scope = appScope.string(); scope != nullptr && !scope->empty()) {
+      if (!LayerNames::isBundleID(*scope)) return true;
+      summary.appScope = std::string(*scope);
+    }
+    if (!ids_.insert(*uuid).second) return true;
+    if (const std::string_view* text = name.string()) {
+      std::int64_t removed = 0;
+      summary.name = DocumentRules::cleanedAndCut(*text, Layer::maxNameLength, removed);
+    }
+    if (DocumentRules::isBlank(summary.name)) summary.name = Layer::defaultName;
+    summary.trigger = std::move(*trigger);
+    summary.needsReview = needsReview.present && needsReview.type != Type::null &&
+                          (needsReview.type != Type::boolean || needsReview.flag);
+    summary.enabled =
+        !summary.needsReview && enabled.present && enabled.type == Type::boolean && enabled.flag;
+    summary.keys = keys;
+    summaries_.push_back(std::move(summary));
+    return true;
+  }
+
+  std::vector<LayerSummary> taken() { return std::move(summaries_); }
+
+ private:
+  std::vector<LayerSummary> summaries_;
+  std::unordered_set<UUID> ids_;
+  KeyCounter keys_;
+};
 
 }  // namespace
 
 std::expected<LayerFile, LayerError> LayerCodec::decodeFile(std::string_view data) {
   if (data.size() > maxFileBytes) return std::unexpected(LayerError::tooLarge());
-  // One copy, with the room the parser needs to read it in place.
-  std::string text;
-  text.reserve(data.size() + JSONValue::readPadding);
-  text.assign(data);
-  text.append(JSONValue::readPadding, '\0');
-  text.resize(data.size());
+  // Each element of "layers" is read into a layer as soon as the parser has
+  // it and then let go, so that a large file is never held both as JSON
+  // and as layers.
   std::vector<Layer> layers;
-  auto file = decodeFile(
-      text, {[&] { layers.clear(); }, [&](Layer layer) { layers.push_back(std::move(layer)); }});
-  if (file) file->layers = std::move(layers);
+  JSONArray unparsed;
+  std::unordered_set<UUID> ids;
+  std::int64_t unreadable = 0;
+  const JSONWalk::Input input(data, 0);
+  auto file = walkFile(
+      input, true,
+      [&] {
+        layers.clear();
+        unparsed.clear();
+        ids.clear();
+        unreadable = 0;
+      },
+      [&](Value value, int depth) {
+        JSONValue element;
+        if (!JSONWalk::build(value, depth, element)) return false;
+        auto layer = Layer::fromJSON(element);
+        if (!layer) {
+          ++unreadable;
+          unparsed.push_back(std::move(element));
+        } else if (!ids.insert(layer->id).second) {
+          // A repeated id is never loaded twice; the first layer keeps it.
+          unparsed.push_back(std::move(element));
+        } else {
+          layers.push_back(std::move(*layer));
+        }
+        return true;
+      });
+  if (!file) return file;
+  file->layers = std::move(layers);
+  file->unparsed = std::move(unparsed);
+  if (file->version != currentVersion) file->unparsedFromNewer = unreadable;
   return file;
 }
 
-std::expected<LayerFile, LayerError> LayerCodec::decodeFile(const std::string& data,
-                                                            const LayerSink& sink) {
+std::expected<std::vector<LayerSummary>, LayerError> LayerCodec::summaries(
+    const std::string& data) {
   if (data.size() > maxFileBytes) return std::unexpected(LayerError::tooLarge());
-
-  // Each element of "layers" is read into a layer as soon as the parser has
-  // it and then let go, so that a large file is never held both as JSON
-  // and as layers. Whether the file is well formed, and its version, are
-  // known only at the end.
-  LayerFile file;
-  ElementReader elements{sink, file.unparsed};
-  std::expected<JSONValue, JSONError> parsed;
-  if (data.size() < pipedFileBytes) {
-    parsed = JSONValue::decode(data, {layersKey, [&] { elements.restart(); },
-                                      [&](JSONValue element) { elements.read(element); }});
-  } else {
-    ElementPipe pipe(elements);
-    parsed = JSONValue::decode(data, {layersKey, [&] { pipe.restart(); },
-                                      [&](JSONValue element) { pipe.read(std::move(element)); }});
-    pipe.finish();
-  }
-  if (!parsed || !parsed->isObject()) return std::unexpected(LayerError::notJSON());
-  JSONObject& root = *parsed->asObject();
-
-  JSONObjectReader reader("", *parsed);
-  file.version = reader.integer(versionKey, currentVersion);
-  if (file.version < 1) return std::unexpected(LayerError::unsupportedVersion(file.version));
-
-  // An array under "layers" was streamed above and stands here empty.
-  const JSONValue* layersJSON = root.find(layersKey);
-  if (layersJSON == nullptr || layersJSON->asArray() == nullptr) {
-    return std::unexpected(LayerError::notLayers());
-  }
-  if (file.version != currentVersion) file.unparsedFromNewer = elements.unreadable;
-
-  std::vector<JSONObject::Member> extras;
-  for (const auto& [key, value] : root) {
-    if (key != versionKey && key != layersKey) extras.emplace_back(key, JSONValue());
-  }
-  for (auto& [key, value] : extras) {
-    if (JSONValue* found = root.find(key)) value = std::move(*found);
-  }
-  file.extras = JSONObject(std::move(extras));
-  return file;
+  Summarizer summarizer;
+  const JSONWalk::Input input(data, data.capacity());
+  auto file = walkFile(
+      input, false, [&] { summarizer.restart(); },
+      [&](Value value, int depth) { return summarizer.element(value, depth); });
+  if (!file) return std::unexpected(file.error());
+  return summarizer.taken();
 }
 
 std::expected<LayerCodec::Decoded, LayerError> LayerCodec::decode(std::string_view data) {

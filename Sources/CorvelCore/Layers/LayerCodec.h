@@ -9,7 +9,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <expected>
-#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,6 +17,7 @@
 #include "CorvelCore/Layers/Layer.h"
 #include "CorvelCore/Layers/LayerError.h"
 #include "CorvelCore/Layers/LayerFile.h"
+#include "CorvelCore/Layers/LayerSummary.h"
 
 namespace corvel {
 
@@ -50,25 +50,13 @@ struct LayerCodec {
   // be read, or repeats an earlier id, is kept unchanged in `unparsed`.
   [[nodiscard]] static std::expected<LayerFile, LayerError> decodeFile(std::string_view data);
 
-  // Takes the layers of a file one at a time, as they are read.
-  struct LayerSink {
-    // Forget the layers taken so far: the text repeats "layers", and only
-    // its last one counts.
-    std::function<void()> restart;
-    // The next layer `decodeFile` would keep, in file order.
-    std::function<void(Layer layer)> layer;
-  };
-
-  // `decodeFile` for reading a large file once, such as for a listing: each
-  // layer is handed to `sink` as soon as it is read instead of kept, so the
-  // file is never held whole. Returns the rest of the file (no layers); the
-  // layers handed over count only when it is not an error. From 1 MiB on,
-  // layers are made on a second thread while the text is parsed, so `sink`
-  // may be called there: one call at a time, in file order, and never after
-  // this returns. A `data` with JSONValue::readPadding of room after it is
-  // read in place.
-  [[nodiscard]] static std::expected<LayerFile, LayerError> decodeFile(const std::string& data,
-                                                                       const LayerSink& sink);
+  // What `decodeFile` would keep of each layer, summarized, in file order,
+  // or the error it would give: the file is read once, without building
+  // its layers or holding it as JSON. `data` whose storage holds
+  // JSONValue::readPadding bytes more than its text (as LineTool::read
+  // leaves them) is read where it lies instead of copied first.
+  [[nodiscard]] static std::expected<std::vector<LayerSummary>, LayerError> summaries(
+      const std::string& data);
 
   // The layers of `decodeFile` and the number of elements left unparsed.
   [[nodiscard]] static std::expected<Decoded, LayerError> decode(std::string_view data);

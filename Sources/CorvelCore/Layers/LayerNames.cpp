@@ -17,9 +17,20 @@ bool isMark(char32_t c) { return (U_GET_GC_MASK(static_cast<UChar32>(c)) & U_GC_
 
 bool LayerNames::isBundleID(std::string_view text) {
   if (text.empty() || text.size() > maxBundleIDBytes) return false;
-  if (text.front() == '.' || text.find("..") != std::string_view::npos) return false;
+  if (text.front() == '.') return false;
   bool afterLetter = false;
   for (std::size_t offset = 0; offset < text.size();) {
+    // ASCII's letters and digits are its only ones, and it has no marks.
+    if (const auto byte = static_cast<unsigned char>(text[offset]); byte < 0x80) {
+      const bool letterOrDigit = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
+                                 (byte >= '0' && byte <= '9');
+      if (!letterOrDigit && byte != '-' && byte != '_' && byte != '.') return false;
+      // No ".." anywhere.
+      if (byte == '.' && offset > 0 && text[offset - 1] == '.') return false;
+      afterLetter = letterOrDigit;
+      ++offset;
+      continue;
+    }
     const std::size_t start = offset;
     const char32_t c = UTF8::next(text, offset);
     if (c == UTF8::replacement && text.substr(start, offset - start) != "\xEF\xBF\xBD") {

@@ -1,8 +1,26 @@
 #include "CorvelCore/TextLimits/UTF8.h"
 
 #include <cstdint>
+#include <cstring>
 
 namespace corvel {
+namespace {
+
+// How many bytes at the start of the text are ASCII, looked at eight at a
+// time: most texts are ASCII, and each of their bytes is one scalar.
+std::size_t asciiPrefix(std::string_view text) {
+  constexpr std::uint64_t highBits = 0x8080808080808080ULL;
+  std::size_t index = 0;
+  for (; index + 8 <= text.size(); index += 8) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + index, sizeof word);
+    if ((word & highBits) != 0) break;
+  }
+  while (index < text.size() && static_cast<std::uint8_t>(text[index]) < 0x80) ++index;
+  return index;
+}
+
+}  // namespace
 
 // A strict decoder: overlong forms, surrogates and values above U+10FFFF are
 // ill-formed. Each ill-formed sequence consumes its maximal valid prefix (at
@@ -63,13 +81,13 @@ void UTF8::append(std::string& out, char32_t scalar) {
 }
 
 std::size_t UTF8::scalarCount(std::string_view text) {
-  std::size_t count = 0;
-  for (std::size_t offset = 0; offset < text.size(); ++count) next(text, offset);
+  std::size_t count = asciiPrefix(text);
+  for (std::size_t offset = count; offset < text.size(); ++count) next(text, offset);
   return count;
 }
 
 bool UTF8::isValid(std::string_view text) {
-  for (std::size_t offset = 0; offset < text.size();) {
+  for (std::size_t offset = asciiPrefix(text); offset < text.size();) {
     const std::size_t start = offset;
     if (next(text, offset) == replacement) {
       // U+FFFD itself is valid when it is spelled out in full.
@@ -79,11 +97,6 @@ bool UTF8::isValid(std::string_view text) {
   return true;
 }
 
-bool UTF8::isASCII(std::string_view text) {
-  for (char c : text) {
-    if (static_cast<std::uint8_t>(c) >= 0x80) return false;
-  }
-  return true;
-}
+bool UTF8::isASCII(std::string_view text) { return asciiPrefix(text) == text.size(); }
 
 }  // namespace corvel

@@ -1,15 +1,10 @@
 // Turning JSON text into a JSONValue and back.
 //
-// Reading uses simdjson's On-Demand front end: it validates UTF-8 over the
-// whole input, and `get_double` reads integers of any length (the DOM front
-// end refuses those beyond 64 bits, and every number here is a double anyway).
-// On-Demand validates only what it is asked to visit, so the walk visits
-// every value and then checks that nothing follows the document.
+// Reading walks the text with simdjson's On-Demand front end (JSONWalk), the
+// same walk the readers of large documents use, so they accept the same texts.
 //
 // Writing is our own: pretty-printed the way the app writes its files, keys in
 // code-point order, "/" left alone.
-#include <simdjson.h>
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -20,185 +15,49 @@
 #include <vector>
 
 #include "CorvelCore/Theme/JSONValue.h"
+#include "CorvelCore/Theme/JSONWalk.h"
 
 namespace corvel {
 namespace {
 
 namespace od = simdjson::ondemand;
 
-// Builds each value where it is to be kept (false for text that is not
-// JSON), so that no value is moved on its way up the tree.
-struct Decoder {
-  // The root's array member handed over element by element, if any.
-  const JSONValue::StreamedArray* streamed = nullptr;
-  // How many members (or elements) the last object (or array) completed at
-  // each depth held: siblings tend to be alike, so a container is given
-  // that much room at once and seldom grows while it is filled.
-  std::vector<std::size_t> memberHints;
-  std::vector<std::size_t> elementHints;
-
-  bool value(od::value element, int depth, JSONValue& out);
-  bool object(od::object members, int depth, JSONValue& out);
-  bool array(od::array elements, int depth, JSONValue& out);
-  bool stream(od::value element, int depth);
-};
+bool ok(simdjson::error_code error) { return error == simdjson::SUCCESS; }
 
 std::unexpected<JSONError> refused() { return std::unexpected(JSONError::notJSONValue); }
 
-// The room to give a container at `depth`, made known the first time.
-std::size_t& hint(std::vector<std::size_t>& hints, int depth) {
-  const auto index = static_cast<std::size_t>(depth);
-  if (hints.size() <= index) hints.resize(index + 1, 0);
-  return hints[index];
-}
-
-// A guess is never trusted far: room well beyond what a container holds is
-// given back, so that a text of many small containers after a large one
-// costs no more memory than without guessing.
-constexpr std::size_t kMostRoomGuessed = 64;
-
-template <class Container>
-void fitted(Container& container) {
-  if (container.capacity() > 2 * container.size() + 4) container.shrink_to_fit();
-}
-
-bool Decoder::object(od::object members, int depth, JSONValue& out) {
-  std::vector<JSONObject::Member> filled;
-  filled.reserve(std::min(hint(memberHints, depth), kMostRoomGuessed));
-  for (auto field : members) {
-    std::string_view key;
-    if (field.unescaped_key().get(key) != simdjson::SUCCESS) return false;
-    od::value inner;
-    if (field.value().get(inner) != simdjson::SUCCESS) return false;
-    // The key lives in the parser's buffer only until the next one is read.
-    // The member's place stays put while its value is built: deeper
-    // containers fill vectors of their own.
-    filled.emplace_back(std::string(key), JSONValue());
-    if (depth == 1 && streamed != nullptr && key == streamed->key) {
-      od::json_type type;
-      if (inner.type().get(type) != simdjson::SUCCESS) return false;
-      if (type == od::json_type::array) {
-        if (!stream(inner, depth + 1)) return false;
-        filled.back().second = JSONArray();
-        continue;
-      }
-    }
-    if (!value(inner, depth + 1, filled.back().second)) return false;
-  }
-  hint(memberHints, depth) = filled.size();
-  fitted(filled);
-  out = JSONObject(std::move(filled));
-  return true;
-}
-
-bool Decoder::array(od::array elements, int depth, JSONValue& out) {
-  JSONArray filled;
-  filled.reserve(std::min(hint(elementHints, depth), kMostRoomGuessed));
-  for (auto element : elements) {
-    od::value inner;
-    if (element.get(inner) != simdjson::SUCCESS) return false;
-    filled.emplace_back();
-    if (!value(inner, depth + 1, filled.back())) return false;
-  }
-  hint(elementHints, depth) = filled.size();
-  fitted(filled);
-  out = std::move(filled);
-  return true;
-}
-
-// The elements of the streamed array, each handed over once read, so that
-// no more than one of them is held at a time.
-bool Decoder::stream(od::value element, int depth) {
-  if (depth > JSONValue::maxDepth) return false;
-  od::array elements;
-  if (element.get_array().get(elements) != simdjson::SUCCESS) return false;
-  if (streamed->begin) streamed->begin();
-  for (auto item : elements) {
-    od::value inner;
-    if (item.get(inner) != simdjson::SUCCESS) return false;
-    JSONValue decoded;
-    if (!value(inner, depth + 1, decoded)) return false;
-    if (streamed->element) streamed->element(std::move(decoded));
-  }
-  return true;
-}
-
-bool Decoder::value(od::value element, int depth, JSONValue& out) {
-  if (depth > JSONValue::maxDepth) return false;
-  od::json_type type;
-  if (element.type().get(type) != simdjson::SUCCESS) return false;
-  switch (type) {
-    case od::json_type::object: {
-      od::object members;
-      if (element.get_object().get(members) != simdjson::SUCCESS) return false;
-      return object(members, depth, out);
-    }
-    case od::json_type::array: {
-      od::array elements;
-      if (element.get_array().get(elements) != simdjson::SUCCESS) return false;
-      return array(elements, depth, out);
-    }
-    case od::json_type::string: {
-      std::string_view text;
-      if (element.get_string().get(text) != simdjson::SUCCESS) return false;
-      out = text;
-      return true;
-    }
-    case od::json_type::number: {
-      double number = 0;
-      if (element.get_double().get(number) != simdjson::SUCCESS) return false;
-      out = number;
-      return true;
-    }
-    case od::json_type::boolean: {
-      bool flag = false;
-      if (element.get_bool().get(flag) != simdjson::SUCCESS) return false;
-      out = flag;
-      return true;
-    }
-    case od::json_type::null: {
-      bool isNull = false;
-      return element.is_null().get(isNull) == simdjson::SUCCESS && isNull;
-    }
-  }
-  return false;
-}
-
 // A document whose root is a scalar cannot be taken as a value by On-Demand,
 // so the root is dispatched here.
-std::expected<JSONValue, JSONError> decodeRoot(od::document& document,
-                                               const JSONValue::StreamedArray* streamed) {
-  od::json_type type;
-  if (document.type().get(type) != simdjson::SUCCESS) return refused();
-  Decoder decoder;
-  decoder.streamed = streamed;
+std::expected<JSONValue, JSONError> decodeRoot(od::document& document) {
+  od::json_type type{};
+  if (!ok(document.type().get(type))) return refused();
   switch (type) {
     case od::json_type::object:
     case od::json_type::array: {
       od::value root;
-      if (document.get_value().get(root) != simdjson::SUCCESS) return refused();
+      if (!ok(document.get_value().get(root))) return refused();
       JSONValue decoded;
-      if (!decoder.value(root, 1, decoded)) return refused();
+      if (!JSONWalk::build(root, 1, decoded)) return refused();
       return decoded;
     }
     case od::json_type::string: {
       std::string_view text;
-      if (document.get_string().get(text) != simdjson::SUCCESS) return refused();
+      if (!ok(document.get_string().get(text))) return refused();
       return JSONValue(text);
     }
     case od::json_type::number: {
       double number = 0;
-      if (document.get_double().get(number) != simdjson::SUCCESS) return refused();
+      if (!ok(document.get_double().get(number))) return refused();
       return JSONValue(number);
     }
     case od::json_type::boolean: {
       bool flag = false;
-      if (document.get_bool().get(flag) != simdjson::SUCCESS) return refused();
+      if (!ok(document.get_bool().get(flag))) return refused();
       return JSONValue(flag);
     }
     case od::json_type::null: {
       bool isNull = false;
-      if (document.is_null().get(isNull) != simdjson::SUCCESS || !isNull) return refused();
+      if (!ok(document.is_null().get(isNull)) || !isNull) return refused();
       return JSONValue();
     }
   }
@@ -391,42 +250,15 @@ void describe(std::string& out, const JSONValue& value) {
   }
 }
 
-static_assert(JSONValue::readPadding >= simdjson::SIMDJSON_PADDING);
-
-// `capacity` is how many bytes from the start of the text may be read; with
-// enough beyond the text, the parser reads it where it is.
-std::expected<JSONValue, JSONError> decodeText(std::string_view text, std::size_t capacity,
-                                               const JSONValue::StreamedArray* streamed) {
-  // One parser per thread keeps its buffers between documents.
-  thread_local od::parser parser;
-  simdjson::padded_string copy;
-  simdjson::padded_string_view padded;
-  if (capacity >= text.size() + simdjson::SIMDJSON_PADDING) {
-    padded = simdjson::padded_string_view(text, capacity);
-  } else {
-    copy = simdjson::padded_string(text);
-    padded = copy;
-  }
-  od::document document;
-  if (parser.iterate(padded).get(document) != simdjson::SUCCESS) return refused();
-  auto root = decodeRoot(document, streamed);
-  if (!root) return root;
-  // Anything left after the document (a second value, a stray bracket) makes
-  // the text malformed.
-  const char* rest = nullptr;
-  if (document.current_location().get(rest) == simdjson::SUCCESS) return refused();
-  return root;
-}
-
 }  // namespace
 
 std::expected<JSONValue, JSONError> JSONValue::decode(std::string_view text) {
-  return decodeText(text, 0, nullptr);
-}
-
-std::expected<JSONValue, JSONError> JSONValue::decode(const std::string& text,
-                                                      const StreamedArray& streamed) {
-  return decodeText(text, text.capacity(), &streamed);
+  const JSONWalk::Input input(text, 0);
+  od::document document;
+  if (!ok(JSONWalk::parser().iterate(input.view()).get(document))) return refused();
+  auto root = decodeRoot(document);
+  if (root && !JSONWalk::atEnd(document)) return refused();
+  return root;
 }
 
 std::expected<std::string, JSONError> JSONValue::encoded() const {

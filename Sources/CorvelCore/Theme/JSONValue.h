@@ -119,28 +119,10 @@ class JSONValue {
   // becomes a double, integers beyond 64 bits included.
   [[nodiscard]] static std::expected<JSONValue, JSONError> decode(std::string_view text);
 
-  // An array member of a document's root object that is read one element at
-  // a time: each element goes to `element` as soon as it is read, after
-  // `begin` for the array (called again should the text repeat the member).
-  struct StreamedArray {
-    std::string_view key;
-    std::function<void()> begin;
-    std::function<void(JSONValue element)> element;
-  };
-
-  // Room a string needs after its text to be read in place: `decode` of a
-  // std::string whose capacity leaves this many bytes after the text reads
-  // them (never using them) instead of copying the text.
+  // Room a text needs after it to be parsed where it lies: a reader of large
+  // documents given text whose storage holds this many more bytes (which
+  // it reads but never uses) does not copy the text first.
   static constexpr std::size_t readPadding = 64;
-
-  // `decode` for a document too large to hold twice, such as a file of
-  // thousands of layers: when the root is an object, the elements of its
-  // array member `streamed.key` are handed over instead of kept, and the
-  // value returned holds that member as an empty array. The text is checked
-  // exactly as `decode` checks it; elements handed over before a failure
-  // are of no use. The text is read in place when it has `readPadding`.
-  [[nodiscard]] static std::expected<JSONValue, JSONError> decode(const std::string& text,
-                                                                  const StreamedArray& streamed);
 
   // Pretty-printed JSON (two-space indent, "key" : value), keys sorted, "/"
   // unescaped, no final line break. Fails on a non-finite number.
