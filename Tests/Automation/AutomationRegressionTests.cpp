@@ -25,7 +25,7 @@ void expectLinkReadsBack(const AutomationCommand& command) {
 
 // A screen name that cleans to digits is that display number; a name that
 // cleans to nothing is refused.
-TEST(AutomationRegressionTests, linksReadBackAsTheSameCommand) {
+TEST(AutomationRegressionTest, LinksReadBackAsTheSameCommand) {
   const struct {
     std::string link;
     std::optional<AutomationCommand> expected;
@@ -50,7 +50,7 @@ TEST(AutomationRegressionTests, linksReadBackAsTheSameCommand) {
   }
 }
 
-TEST(AutomationRegressionTests, commandLinesReadBackAsTheSameCommand) {
+TEST(AutomationRegressionTest, CommandLinesReadBackAsTheSameCommand) {
   const std::vector<std::vector<std::string>> lines = {
       {"toggle", "--screen", std::string("0\x02")},
   };

@@ -15,7 +15,7 @@ std::string repeated(std::string_view piece, int count) {
   return text;
 }
 
-TEST(KeyAssignmentTests, readsEveryKind) {
+TEST(KeyAssignmentTest, ReadsEveryKind) {
   const std::pair<std::string, std::optional<KeyAssignment>> cases[] = {
       {"s:star.fill", A::symbol("star.fill")},
       {"symbol:star", A::symbol("star")},
@@ -61,7 +61,7 @@ TEST(KeyAssignmentTests, readsEveryKind) {
   }
 }
 
-TEST(KeyAssignmentTests, writesWhatReadsBack) {
+TEST(KeyAssignmentTest, WritesWhatReadsBack) {
   const std::pair<KeyAssignment, std::string_view> cases[] = {
       {A::text("Hello"), "Hello"},
       {A::text("10:30"), "10:30"},

@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-TEST(KeyNameTests, givesOneNamePerKey) {
+TEST(KeyNameTest, GivesOneNamePerKey) {
   const std::pair<std::string_view, std::string_view> cases[] = {
       {"Esc", "escape"},
       {"ESCAPE", "escape"},
@@ -45,7 +45,7 @@ TEST(KeyNameTests, givesOneNamePerKey) {
   }
 }
 
-TEST(KeyNameTests, refusesWhatNamesNoKey) {
+TEST(KeyNameTest, RefusesWhatNamesNoKey) {
   const std::string_view cases[] = {
       " ",    "",           "\t",      "\u00A0", "\u200B",      "\x01", "\u2028",
       "\xff", "\U000F0000", "%%",      "%zz",    "%6",          "%FF",  "%20",
@@ -59,7 +59,7 @@ TEST(KeyNameTests, refusesWhatNamesNoKey) {
   EXPECT_EQ(KeyName::canonical(std::string(33, 'a')), std::nullopt);
 }
 
-TEST(KeyNameTests, everyKeyHasACanonicalNameThatNamesItBack) {
+TEST(KeyNameTest, EveryKeyHasACanonicalNameThatNamesItBack) {
   for (const KeyInfo& info : allKeys()) {
     SCOPED_TRACE(std::string(info.identifier));
     const auto name = KeyName::canonical(info.name);

@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-TEST(TriggerTextTests, readsAndWritesTriggers) {
+TEST(TriggerTextTest, ReadsAndWritesTriggers) {
   const std::pair<std::string_view, std::string_view> cases[] = {
       {"Cmd+Shift", "shift-cmd"},
       {"command-shift", "shift-cmd"},
@@ -43,7 +43,7 @@ TEST(TriggerTextTests, readsAndWritesTriggers) {
                 {{TriggerModifier::shift, Side::right}, {TriggerModifier::command, Side::right}}));
 }
 
-TEST(TriggerTextTests, refusesAnythingElse) {
+TEST(TriggerTextTest, RefusesAnythingElse) {
   const std::string_view cases[] = {
       "  \t ", "",      "cmd--shift", "-cmd",      "cmd-",   "cmd+-shift", "rfn",       "lfn",
       "l",     "r",     "lhyper",     "hyper-cmd", "super",  "cmd shift",  "cmd_shift", "xcmd",
@@ -61,7 +61,7 @@ TEST(TriggerTextTests, refusesAnythingElse) {
 // Every normalised trigger, over every set of the thirteen distinct parts.
 // Only the trigger of all thirteen parts writes more than the longest text
 // read (68 scalars), and it is refused rather than misread.
-TEST(TriggerTextTests, everyTriggerReadsBackFromItsText) {
+TEST(TriggerTextTest, EveryTriggerReadsBackFromItsText) {
   std::vector<TriggerPart> all;
   for (auto modifier : {TriggerModifier::control, TriggerModifier::option, TriggerModifier::shift,
                         TriggerModifier::command}) {

@@ -17,7 +17,7 @@ LayerTrigger T(std::string_view text) {
   return text.empty() ? LayerTrigger() : TriggerText::parse(text).value_or(LayerTrigger());
 }
 
-TEST(LayerTriggerTests, normalisesParts) {
+TEST(LayerTriggerTest, NormalisesParts) {
   struct Case {
     std::vector<TriggerPart> given, normal;
   };
@@ -36,7 +36,7 @@ TEST(LayerTriggerTests, normalisesParts) {
   }
 }
 
-TEST(LayerTriggerTests, matchesExactly) {
+TEST(LayerTriggerTest, MatchesExactly) {
   struct Case {
     std::string_view trigger;
     std::uint16_t mask;
@@ -60,7 +60,7 @@ TEST(LayerTriggerTests, matchesExactly) {
   }
 }
 
-TEST(LayerTriggerTests, readsMasksFromFlagsAndKeys) {
+TEST(LayerTriggerTest, ReadsMasksFromFlagsAndKeys) {
   const std::pair<std::uint64_t, std::uint16_t> flags[] = {
       {0x100000, 0x0040}, {0x100010, 0x0080}, {0x100018, 0x00C0},          {0x42000, 0x0002},
       {0x40001, 0x0001},  {0x800000, 0x0100}, {0x80060, 0x000C},           {0x20004, 0x0020},
@@ -76,7 +76,7 @@ TEST(LayerTriggerTests, readsMasksFromFlagsAndKeys) {
   EXPECT_TRUE(T("ropt").matchesHeld({KeyID::optionRight}));
 }
 
-TEST(LayerTriggerTests, theMostSpecificEarliestMatchWins) {
+TEST(LayerTriggerTest, TheMostSpecificEarliestMatchWins) {
   const KeySet rightKeys{KeyID::commandRight, KeyID::shiftRight};
   struct Case {
     std::vector<std::string_view> triggers;
@@ -100,7 +100,7 @@ TEST(LayerTriggerTests, theMostSpecificEarliestMatchWins) {
   }
 }
 
-TEST(LayerTriggerTests, showsItselfToTheUser) {
+TEST(LayerTriggerTest, ShowsItselfToTheUser) {
   struct Case {
     std::string_view trigger, title;
     int specificity;
@@ -128,7 +128,7 @@ TEST(LayerTriggerTests, showsItselfToTheUser) {
   EXPECT_EQ(TriggerPart(M::shift, Side::right).keys(), std::vector<KeyID>{KeyID::shiftRight});
 }
 
-TEST(LayerTriggerTests, readsAndWritesJSON) {
+TEST(LayerTriggerTest, ReadsAndWritesJSON) {
   const LayerTrigger sample = T("rshift-cmd");
   EXPECT_EQ(
       sample.json().compactText(),

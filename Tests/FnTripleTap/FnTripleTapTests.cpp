@@ -23,7 +23,7 @@ Fed fnDown(double now, bool fires = false) {
 }
 Fed fnUp(double now) { return {KeyEvent::flagsChanged(KeyID::function, 0), now}; }
 
-TEST(FnTripleTapTests, Scenarios) {
+TEST(FnTripleTapTest, Scenarios) {
   const struct {
     std::string name;
     std::vector<Fed> events;
@@ -82,7 +82,7 @@ TEST(FnTripleTapTests, Scenarios) {
   }
 }
 
-TEST(FnTripleTapTests, CountsAndFirstPress) {
+TEST(FnTripleTapTest, CountsAndFirstPress) {
   FnTripleTap tap(0.5);
   tap.feed(fnDown(1).event, 1);
   tap.feed(fnDown(1.2).event, 1.2);

@@ -11,7 +11,7 @@
 namespace corvel {
 namespace {
 
-TEST(KeyIDTests, namesAndCodesAreDistinctAndNamesSafeToWrite) {
+TEST(KeyIDTest, NamesAndCodesAreDistinctAndNamesSafeToWrite) {
   std::set<std::string_view> identifiers;
   std::set<std::string_view> names;
   std::set<std::uint16_t> codes;
@@ -36,7 +36,7 @@ TEST(KeyIDTests, namesAndCodesAreDistinctAndNamesSafeToWrite) {
 
 // A row of each group and the codes out of sequence, the published kVK_*
 // values of HIToolbox's Events.h.
-TEST(KeyIDTests, lookUpsByIdentifierNameAndCode) {
+TEST(KeyIDTest, LookUpsByIdentifierNameAndCode) {
   struct Row {
     std::string_view identifier, name;
     std::uint16_t code;
@@ -82,7 +82,7 @@ TEST(KeyIDTests, lookUpsByIdentifierNameAndCode) {
   }
 }
 
-TEST(KeyIDTests, outOfRangeValuesReadAsAnUnknownKey) {
+TEST(KeyIDTest, OutOfRangeValuesReadAsAnUnknownKey) {
   const auto stray = static_cast<KeyID>(keyCount + 3);
   EXPECT_EQ(keyInfo(stray).name, "?");
   EXPECT_EQ(keyInfo(stray).macCode, std::nullopt);

@@ -23,7 +23,7 @@ std::vector<KeyFrame> framesOf(const Keycap& cap) {
   return frames;
 }
 
-TEST(KeyboardGeometryTests, EveryCapIsFoundOnceAndNoCapsOverlap) {
+TEST(KeyboardGeometryTest, EveryCapIsFoundOnceAndNoCapsOverlap) {
   for (const KeyboardGeometry* model : models) {
     SCOPED_TRACE(std::string(model->name()));
     const auto caps = model->caps();
@@ -45,7 +45,7 @@ TEST(KeyboardGeometryTests, EveryCapIsFoundOnceAndNoCapsOverlap) {
   }
 }
 
-TEST(KeyboardGeometryTests, ModelsHoldTheirKeys) {
+TEST(KeyboardGeometryTest, ModelsHoldTheirKeys) {
   const struct {
     const KeyboardGeometry* model;
     std::size_t capCount;
@@ -75,7 +75,7 @@ TEST(KeyboardGeometryTests, ModelsHoldTheirKeys) {
   }
 }
 
-TEST(KeyboardGeometryTests, ISOReturnIsTwoRectangles) {
+TEST(KeyboardGeometryTest, ISOReturnIsTwoRectangles) {
   const Keycap* enter = KeyboardGeometry::fullSizeISO().cap(KeyID::returnKey);
   ASSERT_NE(enter, nullptr);
   ASSERT_TRUE(enter->secondFrame.has_value());

@@ -20,7 +20,7 @@ std::string fileOf(std::string_view members) {
 // A name or scope of the wrong type is kept from the first reading, but
 // writing puts the layer's own in its place: the second reading is the
 // first with those kept values set aside.
-TEST(LayerCodecRegressionTests, aFileReadWrittenAndReadAgainIsTheSameFile) {
+TEST(LayerCodecRegressionTest, AFileReadWrittenAndReadAgainIsTheSameFile) {
   const std::string longID = "com.apple." + std::string(200, 'Y');
   const struct {
     std::string members;
@@ -62,7 +62,7 @@ TEST(LayerCodecRegressionTests, aFileReadWrittenAndReadAgainIsTheSameFile) {
 
 // The counts of what a reading removed are written only for a layer that
 // needs review; without review, the second reading finds nothing to count.
-TEST(LayerCodecRegressionTests, countsOfOneReadingAreWrittenOnlyForReview) {
+TEST(LayerCodecRegressionTest, CountsOfOneReadingAreWrittenOnlyForReview) {
   const auto file = LayerCodec::decodeFile(
       fileOf(R"("name":"Wo\u0007rk","leftOutKeys":1,"removedCharacters":3)"));
   ASSERT_TRUE(file.has_value());

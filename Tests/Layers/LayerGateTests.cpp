@@ -92,7 +92,7 @@ LayerRoute commandShiftLayer() {
           {codeA, codeS}};
 }
 
-TEST(LayerGateTests, OneLayerScenarios) {
+TEST(LayerGateTest, OneLayerScenarios) {
   const std::uint64_t chordFlags = rightCommand | rightShift;
   const struct {
     std::string name;
@@ -158,7 +158,7 @@ TEST(LayerGateTests, OneLayerScenarios) {
   }
 }
 
-TEST(LayerGateTests, FunctionFlagOfArrowsIsNotAHeldFn) {
+TEST(LayerGateTest, FunctionFlagOfArrowsIsNotAHeldFn) {
   const std::vector<LayerRoute> routes{
       {layerID(1), chord({{TriggerModifier::fn}}), 0, {codeLeft, codeA}},
       {layerID(2), chord({{TriggerModifier::command, Side::right}}), 0, {codeLeft}},
@@ -187,7 +187,7 @@ TEST(LayerGateTests, FunctionFlagOfArrowsIsNotAHeldFn) {
   }
 }
 
-TEST(LayerGateTests, OverlappingChordsTheMoreSpecificWins) {
+TEST(LayerGateTest, OverlappingChordsTheMoreSpecificWins) {
   const std::vector<LayerRoute> routes{
       {layerID(1), chord({{TriggerModifier::command}, {TriggerModifier::shift}}), 0.2, {codeA}},
       {layerID(2),
@@ -220,7 +220,7 @@ TEST(LayerGateTests, OverlappingChordsTheMoreSpecificWins) {
   }
 }
 
-TEST(LayerGateTests, UpdateKeepsTimingAndPendingKeyUps) {
+TEST(LayerGateTest, UpdateKeepsTimingAndPendingKeyUps) {
   LayerRoute route = commandShiftLayer();
   std::vector<LayerRoute> routes{route};
   LayerGate gate(routes, ownTag);
@@ -244,7 +244,7 @@ TEST(LayerGateTests, UpdateKeepsTimingAndPendingKeyUps) {
         down(codeA, rightCommand, 0.95, runs(0, KeyID::keyA))});
 }
 
-TEST(LayerGateTests, ResetAndReleaseAndFreshKeyDowns) {
+TEST(LayerGateTest, ResetAndReleaseAndFreshKeyDowns) {
   const std::vector<LayerRoute> routes{commandShiftLayer()};
   LayerGate gate(routes, ownTag);
   const std::uint64_t flags = rightCommand | rightShift;
@@ -268,7 +268,7 @@ TEST(LayerGateTests, ResetAndReleaseAndFreshKeyDowns) {
 
 // Past the entries the gate holds without allocating, every key-down it ran
 // still has its key-up swallowed, whichever order the keys come up in.
-TEST(LayerGateTests, EveryPendingKeyUpIsSwallowedHoweverMany) {
+TEST(LayerGateTest, EveryPendingKeyUpIsSwallowedHoweverMany) {
   LayerRoute route = commandShiftLayer();
   std::vector<std::uint16_t> codes;
   for (std::uint16_t code = 0; code < 0x32; ++code) {

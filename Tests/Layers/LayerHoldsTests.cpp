@@ -19,7 +19,7 @@ LayerArming arming(std::uint8_t n, const std::vector<TriggerPart>& parts, double
   return {layerID(n), LayerTrigger(parts), delay};
 }
 
-TEST(LayerHoldsTests, DelayInNanoseconds) {
+TEST(LayerHoldsTest, DelayInNanoseconds) {
   constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
   const struct {
     double seconds;
@@ -43,7 +43,7 @@ TEST(LayerHoldsTests, DelayInNanoseconds) {
   }
 }
 
-TEST(LayerHoldsTests, KeyPressAnswers) {
+TEST(LayerHoldsTest, KeyPressAnswers) {
   using State = LayerHolds::PressState;
   const std::vector<LayerArming> armings{arming(
       1, {{TriggerModifier::command, Side::right}, {TriggerModifier::shift, Side::right}}, 0.2)};
@@ -71,7 +71,7 @@ TEST(LayerHoldsTests, KeyPressAnswers) {
   EXPECT_EQ(holds.keyPressed(1300 * ms), (LayerHolds::Press{0, State::armed}));
 }
 
-TEST(LayerHoldsTests, CleanHoldKeepsItsTimeWhileStillMatching) {
+TEST(LayerHoldsTest, CleanHoldKeepsItsTimeWhileStillMatching) {
   const std::vector<LayerArming> armings{arming(1, {{TriggerModifier::command}}, 0.2)};
   LayerHolds holds(armings);
   holds.heldChanged(LayerTrigger::commandLeftBit, 0);
@@ -80,7 +80,7 @@ TEST(LayerHoldsTests, CleanHoldKeepsItsTimeWhileStillMatching) {
   EXPECT_EQ(holds.keyPressed(200 * ms).state, LayerHolds::PressState::armed);
 }
 
-TEST(LayerHoldsTests, UpdateKeepsUnchangedHoldsAndResetClearsAll) {
+TEST(LayerHoldsTest, UpdateKeepsUnchangedHoldsAndResetClearsAll) {
   std::vector<LayerArming> armings{
       arming(1, {{TriggerModifier::command, Side::right}}, 0.2),
       arming(2, {{TriggerModifier::command}}, 0.5),
@@ -117,7 +117,7 @@ TEST(LayerHoldsTests, UpdateKeepsUnchangedHoldsAndResetClearsAll) {
   }
 }
 
-TEST(LayerHoldsTests, MasksBeyondTheKeyboardBitsNeverMatch) {
+TEST(LayerHoldsTest, MasksBeyondTheKeyboardBitsNeverMatch) {
   const std::vector<LayerArming> armings{arming(1, {{TriggerModifier::command}}, 0)};
   LayerHolds holds(armings);
   holds.heldChanged(0x8040, 0);

@@ -18,7 +18,7 @@ std::expected<LayerKey, LayerError> readKey(std::string_view text) {
   return LayerKey::fromJSON(parse(text), removed);
 }
 
-TEST(LayerKeyTests, invalidEntriesAreRefusedWithTheirError) {
+TEST(LayerKeyTest, InvalidEntriesAreRefusedWithTheirError) {
   const struct {
     std::string_view key;
     LayerError error;
@@ -59,7 +59,7 @@ TEST(LayerKeyTests, invalidEntriesAreRefusedWithTheirError) {
 
 // Each entry is read and written again; the written form shows the defaults,
 // cleaning, limits and kept members.
-TEST(LayerKeyTests, entriesAreReadAndWrittenInTheirCanonicalForm) {
+TEST(LayerKeyTest, EntriesAreReadAndWrittenInTheirCanonicalForm) {
   const std::string longText(2500, 't');
   const std::string longLabel(130, 'l');
   const std::string longID = "com.example." + std::string(188, 'x');
@@ -126,7 +126,7 @@ TEST(LayerKeyTests, entriesAreReadAndWrittenInTheirCanonicalForm) {
   }
 }
 
-TEST(LayerKeyTests, limitedCutsTheFaceTexts) {
+TEST(LayerKeyTest, LimitedCutsTheFaceTexts) {
   LayerKey key{LayerAction::showSymbol("star"),
                CapFace::text("\u200b" + std::string(30, 'x')),
                std::string(200, 'c'),
@@ -138,7 +138,7 @@ TEST(LayerKeyTests, limitedCutsTheFaceTexts) {
   EXPECT_EQ(key.limited(true).display, CapFace::symbolCaption("star", std::string(120, 'c')));
 }
 
-TEST(LayerKeyTests, theBoardShowsFacesAndCaptionsOfInstalledApps) {
+TEST(LayerKeyTest, TheBoardShowsFacesAndCaptionsOfInstalledApps) {
   const LayerKey::Legends legends = [](KeyID key) {
     return key == KeyID::keyK ? std::string("K") : std::string();
   };

@@ -38,7 +38,7 @@ std::string layer(const std::string& id, const std::string& members) {
 const std::string kID = "0f8fad5b-d9cb-469f-a165-70867728950e";
 const std::string kOtherID = "7c9e6679-7425-40de-944b-e07fc1f90ae7";
 
-TEST(LayerSummaryTests, layersAreKeptAndRefusedAsTheFullReaderDoes) {
+TEST(LayerSummaryTest, LayersAreKeptAndRefusedAsTheFullReaderDoes) {
   const std::vector<std::string> files{
       fileOf(layer(kID, R"("name": "Writing", "enabled": true, "appScope": "com.apple.mail")")),
       // Refused: no id, an id that is no UUID, no trigger, an empty trigger,
@@ -71,7 +71,7 @@ TEST(LayerSummaryTests, layersAreKeptAndRefusedAsTheFullReaderDoes) {
   }
 }
 
-TEST(LayerSummaryTests, namesStatesAndScopesReadAsTheFullReaderReadsThem) {
+TEST(LayerSummaryTest, NamesStatesAndScopesReadAsTheFullReaderReadsThem) {
   const std::vector<std::string> members{
       R"("name": "   ")",
       R"("name": "\u200bTab\there\r\nand a line")",
@@ -90,7 +90,7 @@ TEST(LayerSummaryTests, namesStatesAndScopesReadAsTheFullReaderReadsThem) {
   }
 }
 
-TEST(LayerSummaryTests, keysCountAsTheFullReaderReadsThem) {
+TEST(LayerSummaryTest, KeysCountAsTheFullReaderReadsThem) {
   const std::vector<std::string> keys{
       R"({"keyA": {"action": {"type": "typeText", "text": "Hi"}}})",
       // Unknown key names and entries that do not read are not counted.
@@ -134,7 +134,7 @@ TEST(LayerSummaryTests, keysCountAsTheFullReaderReadsThem) {
   }
 }
 
-TEST(LayerSummaryTests, filesFailAsTheFullReaderFails) {
+TEST(LayerSummaryTest, FilesFailAsTheFullReaderFails) {
   const std::vector<std::string> files{
       "",
       "[]",

@@ -36,7 +36,7 @@ const JSONValue* member(const JSONValue& object, std::string_view key) {
   return object.asObject() == nullptr ? nullptr : object.asObject()->find(key);
 }
 
-TEST(LayerTests, holdDelayTakesTheKindsDefaultAndStaysWithinFiveSeconds) {
+TEST(LayerTest, HoldDelayTakesTheKindsDefaultAndStaysWithinFiveSeconds) {
   const struct {
     std::string_view members;
     double delay;
@@ -64,7 +64,7 @@ TEST(LayerTests, holdDelayTakesTheKindsDefaultAndStaysWithinFiveSeconds) {
   EXPECT_EQ(built.leftOutKeys, 0);
 }
 
-TEST(LayerTests, namesAreCleanedCutAndNeverBlank) {
+TEST(LayerTest, NamesAreCleanedCutAndNeverBlank) {
   const struct {
     std::string members;
     std::string name;
@@ -87,7 +87,7 @@ TEST(LayerTests, namesAreCleanedCutAndNeverBlank) {
   }
 }
 
-TEST(LayerTests, flagsAndCountsAreReadLeniently) {
+TEST(LayerTest, FlagsAndCountsAreReadLeniently) {
   const struct {
     std::string_view members;
     bool enabled;
@@ -114,7 +114,7 @@ TEST(LayerTests, flagsAndCountsAreReadLeniently) {
   }
 }
 
-TEST(LayerTests, scopeAndFillAndKind) {
+TEST(LayerTest, ScopeAndFillAndKind) {
   EXPECT_EQ(readLayer(R"("appScope":"")").appScope, std::nullopt);
   EXPECT_EQ(readLayer(R"("appScope":null)").appScope, std::nullopt);
   EXPECT_EQ(readLayer(R"("appScope":"com.apple.Safari")").appScope, "com.apple.Safari");
@@ -124,7 +124,7 @@ TEST(LayerTests, scopeAndFillAndKind) {
   EXPECT_EQ(readLayer(R"("kind":"robot")").kind, LayerKind::custom);
 }
 
-TEST(LayerTests, unusableLayersAreRefused) {
+TEST(LayerTest, UnusableLayersAreRefused) {
   const std::string_view cases[] = {
       R"([])",
       R"({"trigger":{"parts":[{"modifier":"fn"}]}})",
@@ -148,7 +148,7 @@ TEST(LayerTests, unusableLayersAreRefused) {
 // meanwhile, except where the layer always writes its own value: its name
 // and its scope. A "needsReview" that is not a Boolean is not kept: it
 // means the layer needs review.
-TEST(LayerTests, wrongTypedMembersAreKeptAndWrittenAsTheLayerSays) {
+TEST(LayerTest, WrongTypedMembersAreKeptAndWrittenAsTheLayerSays) {
   const struct {
     std::string_view members;
     std::string_view key;
@@ -181,7 +181,7 @@ TEST(LayerTests, wrongTypedMembersAreKeptAndWrittenAsTheLayerSays) {
 
 // The trigger is always written in its normal form, whatever form it was
 // read in.
-TEST(LayerTests, triggersAreWrittenInTheirNormalForm) {
+TEST(LayerTest, TriggersAreWrittenInTheirNormalForm) {
   const struct {
     std::string_view read;
     std::string_view written;
@@ -203,7 +203,7 @@ TEST(LayerTests, triggersAreWrittenInTheirNormalForm) {
   }
 }
 
-TEST(LayerTests, writingFollowsTheLayersOwnState) {
+TEST(LayerTest, WritingFollowsTheLayersOwnState) {
   Layer layer =
       readLayer(R"("needsReview":true,"removedCharacters":3,"fill":"blank","appScope":"com.a")");
   JSONValue written = layer.json();
@@ -226,7 +226,7 @@ TEST(LayerTests, writingFollowsTheLayersOwnState) {
   EXPECT_EQ(*member(written, "trigger"), parse(R"({"parts":[{"modifier":"fn","side":"either"}]})"));
 }
 
-TEST(LayerTests, unreadableKeysAreKeptBesideTheKeysRead) {
+TEST(LayerTest, UnreadableKeysAreKeptBesideTheKeysRead) {
   Layer layer = readLayer(R"("keys":{
       "keyA":{"action":{"type":"typeText","text":"a"}},
       "keyAA":{"action":{"type":"typeText","text":"x"}},
@@ -255,7 +255,7 @@ TEST(LayerTests, unreadableKeysAreKeptBesideTheKeysRead) {
   EXPECT_TRUE(layer.keys.contains(KeyID::keyA));
 }
 
-TEST(LayerTests, layersTakeOnlyKeysWithACodeThatAreNotModifiersOrInert) {
+TEST(LayerTest, LayersTakeOnlyKeysWithACodeThatAreNotModifiersOrInert) {
   const std::pair<KeyID, bool> cases[] = {
       {KeyID::keyA, true},
       {KeyID::f5, true},
@@ -275,7 +275,7 @@ TEST(LayerTests, layersTakeOnlyKeysWithACodeThatAreNotModifiersOrInert) {
   }
 }
 
-TEST(LayerTests, armingCarriesIdTriggerAndDelay) {
+TEST(LayerTest, ArmingCarriesIdTriggerAndDelay) {
   const Layer layer = readLayer(R"("holdDelay":0.5)");
   EXPECT_EQ(layer.arming(), (LayerArming{layer.id, layer.trigger, 0.5}));
   EXPECT_EQ(layer.id.text(), "0F8FAD5B-D9CB-469F-A165-70867728950E");

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double tolerance = 1e-9;
 
-TEST(EffectCurvesTests, EaseOutEndsAndClamping) {
+TEST(EffectCurvesTest, EaseOutEndsAndClamping) {
   const struct {
     double t;
     double expected;
@@ -30,7 +30,7 @@ TEST(EffectCurvesTests, EaseOutEndsAndClamping) {
   }
 }
 
-TEST(EffectCurvesTests, EaseOutIsTheBezierAndRisesMonotonically) {
+TEST(EffectCurvesTest, EaseOutIsTheBezierAndRisesMonotonically) {
   // At u = 0.5 the curve is at x = 0.125 + 0.2175 = 0.3425, y = 0.125 + 0.375 = 0.5.
   EXPECT_NEAR(EffectCurves::easeOut(0.3425), 0.5, tolerance);
   double previous = 0;
@@ -43,7 +43,7 @@ TEST(EffectCurvesTests, EaseOutIsTheBezierAndRisesMonotonically) {
   EXPECT_GT(EffectCurves::easeOut(0.25), 0.25);
 }
 
-TEST(EffectCurvesTests, RippleAndTrailAtTheirEnds) {
+TEST(EffectCurvesTest, RippleAndTrailAtTheirEnds) {
   const struct {
     std::string name;
     EffectCurves::Sample sample;
@@ -66,7 +66,7 @@ TEST(EffectCurvesTests, RippleAndTrailAtTheirEnds) {
   }
 }
 
-TEST(EffectCurvesTests, FadesStartAfterHoldFull) {
+TEST(EffectCurvesTest, FadesStartAfterHoldFull) {
   EXPECT_EQ(EffectCurves::heldOpacity(0.2, 1.0), 1);
   EXPECT_LT(EffectCurves::heldOpacity(0.21, 1.0), 1);
   EXPECT_EQ(EffectCurves::heldOpacity(1.0, 1.0), 0);
@@ -78,7 +78,7 @@ TEST(EffectCurvesTests, FadesStartAfterHoldFull) {
 // With no time left to fade over, the formula still decides: the eased
 // ratio clamps, so a duration of exactly holdFull ends the effect after
 // holdFull, and a shorter one (its ratio negative) leaves it at 1.
-TEST(EffectCurvesTests, HeldOpacityWithNoTimeToFadeFollowsTheClampedRatio) {
+TEST(EffectCurvesTest, HeldOpacityWithNoTimeToFadeFollowsTheClampedRatio) {
   const struct {
     double t;
     double duration;
@@ -93,7 +93,7 @@ TEST(EffectCurvesTests, HeldOpacityWithNoTimeToFadeFollowsTheClampedRatio) {
   }
 }
 
-TEST(EffectCurvesTests, SoftEdge) {
+TEST(EffectCurvesTest, SoftEdge) {
   const struct {
     double radius;
     double edge;

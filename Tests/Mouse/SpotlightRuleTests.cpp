@@ -18,7 +18,7 @@ struct PressRelease {
   bool onAfter;
 };
 
-TEST(SpotlightRuleTests, TapsToggleAndHoldsShowOnlyWhileHeld) {
+TEST(SpotlightRuleTest, TapsToggleAndHoldsShowOnlyWhileHeld) {
   const PressRelease cases[] = {
       {"tap from off stays on", false, 0, 0.2, true, true, false, true},
       {"tap from on turns off", true, 0, 0.2, false, true, true, false},
@@ -39,7 +39,7 @@ TEST(SpotlightRuleTests, TapsToggleAndHoldsShowOnlyWhileHeld) {
   }
 }
 
-TEST(SpotlightRuleTests, SecondPressIsIgnoredAndTimedFromTheFirst) {
+TEST(SpotlightRuleTest, SecondPressIsIgnoredAndTimedFromTheFirst) {
   SpotlightRule rule;
   EXPECT_TRUE(rule.pressed(0));
   EXPECT_FALSE(rule.pressed(0.9));
@@ -48,7 +48,7 @@ TEST(SpotlightRuleTests, SecondPressIsIgnoredAndTimedFromTheFirst) {
   EXPECT_FALSE(rule.isOn());
 }
 
-TEST(SpotlightRuleTests, ReleaseWithoutPressAndForgottenPressDoNothing) {
+TEST(SpotlightRuleTest, ReleaseWithoutPressAndForgottenPressDoNothing) {
   SpotlightRule rule(true);
   EXPECT_FALSE(rule.released(1));
   EXPECT_TRUE(rule.isOn());
@@ -61,7 +61,7 @@ TEST(SpotlightRuleTests, ReleaseWithoutPressAndForgottenPressDoNothing) {
   EXPECT_TRUE(forgetting.isOn());
 }
 
-TEST(SpotlightRuleTests, MenuToggleDuringAPressKeepsThePress) {
+TEST(SpotlightRuleTest, MenuToggleDuringAPressKeepsThePress) {
   SpotlightRule rule;
   EXPECT_TRUE(rule.pressed(0));
   rule.menuToggled();

@@ -27,7 +27,7 @@ void play(HoverFader& fader, const std::vector<Step>& steps) {
   }
 }
 
-TEST(HoverFaderTests, Scenarios) {
+TEST(HoverFaderTest, Scenarios) {
   const struct {
     std::string name;
     std::vector<Step> steps;
@@ -64,7 +64,7 @@ TEST(HoverFaderTests, Scenarios) {
   }
 }
 
-TEST(HoverFaderTests, DeadlineFollowsThePendingFade) {
+TEST(HoverFaderTest, DeadlineFollowsThePendingFade) {
   HoverFader fader(1.0, 0.3);
   EXPECT_EQ(fader.nextDeadline(), std::nullopt);
   fader.pointer(true, 2);
@@ -74,7 +74,7 @@ TEST(HoverFaderTests, DeadlineFollowsThePendingFade) {
   EXPECT_EQ(fader.alpha(), 0.3);
 }
 
-TEST(HoverFaderTests, FadedAlphaOfOneNeverReports) {
+TEST(HoverFaderTest, FadedAlphaOfOneNeverReports) {
   HoverFader fader(0, HoverFader::normalAlpha);
   EXPECT_EQ(fader.pointer(true, 0), std::nullopt);
   EXPECT_EQ(fader.pointer(false, 1), std::nullopt);

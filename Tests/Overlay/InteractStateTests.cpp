@@ -9,7 +9,7 @@ namespace {
 
 constexpr double idle = 4;
 
-TEST(InteractStateTests, GripClickRunsUntilIdleAndBoardClicksExtend) {
+TEST(InteractStateTest, GripClickRunsUntilIdleAndBoardClicksExtend) {
   InteractState state(idle);
   state.gripClicked(10);
   EXPECT_TRUE(state.isActive());
@@ -24,7 +24,7 @@ TEST(InteractStateTests, GripClickRunsUntilIdleAndBoardClicksExtend) {
   EXPECT_FALSE(state.tick(16));
 }
 
-TEST(InteractStateTests, WaysOut) {
+TEST(InteractStateTest, WaysOut) {
   const struct {
     const char* name;
     void (*act)(InteractState&);
@@ -43,7 +43,7 @@ TEST(InteractStateTests, WaysOut) {
   }
 }
 
-TEST(InteractStateTests, PinnedBoardIgnoresEscapeAndTime) {
+TEST(InteractStateTest, PinnedBoardIgnoresEscapeAndTime) {
   InteractState state(idle);
   state.gripClicked(0);
   state.menuToggled(1);
@@ -61,14 +61,14 @@ TEST(InteractStateTests, PinnedBoardIgnoresEscapeAndTime) {
   EXPECT_FALSE(state.isPinned());
 }
 
-TEST(InteractStateTests, BoardClickWhileNotInteractiveDoesNothing) {
+TEST(InteractStateTest, BoardClickWhileNotInteractiveDoesNothing) {
   InteractState state(idle);
   state.boardClicked(3);
   EXPECT_FALSE(state.isActive());
   EXPECT_EQ(state.nextDeadline(), std::nullopt);
 }
 
-TEST(InteractStateTests, GripClickOnPinnedBoardUnpins) {
+TEST(InteractStateTest, GripClickOnPinnedBoardUnpins) {
   InteractState state(idle);
   state.menuToggled(0);
   state.gripClicked(1);

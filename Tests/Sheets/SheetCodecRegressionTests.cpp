@@ -9,7 +9,7 @@
 namespace corvel {
 namespace {
 
-TEST(SheetCodecRegressionTests, aSheetReadWrittenAndReadAgainIsTheSame) {
+TEST(SheetCodecRegressionTest, ASheetReadWrittenAndReadAgainIsTheSame) {
   // A bundle identifier longer than a name may be.
   const std::string longID = "com." + std::string(130, 'r');
   const struct {
@@ -41,7 +41,7 @@ TEST(SheetCodecRegressionTests, aSheetReadWrittenAndReadAgainIsTheSame) {
 // read: spelled canonically, the unread one would be written under the
 // label's key, so the label wins; spelled otherwise, both are kept. Either
 // way the sheet reads back as it was read.
-TEST(SheetCodecRegressionTests, aLabelWinsOverAnUnreadValueWrittenUnderItsKey) {
+TEST(SheetCodecRegressionTest, ALabelWinsOverAnUnreadValueWrittenUnderItsKey) {
   const struct {
     std::string_view document;
     std::string_view written;

@@ -9,7 +9,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-TEST(KeySpecTests, readsAndWritesOneCanonicalText) {
+TEST(KeySpecTest, ReadsAndWritesOneCanonicalText) {
   const std::pair<std::string_view, std::string_view> cases[] = {
       {"cmd+shift+k", "shift+cmd+k"},
       {"Cmd+Shift+K", "shift+cmd+k"},
@@ -43,7 +43,7 @@ TEST(KeySpecTests, readsAndWritesOneCanonicalText) {
                                    {{KeyModifier::shift}, KeyID::digit2}}));
 }
 
-TEST(KeySpecTests, refusesWhatIsNoShortcut) {
+TEST(KeySpecTest, RefusesWhatIsNoShortcut) {
   const std::string_view cases[] = {
       " ",      "",       "+",      "+k",       "fn",        "backspace",
       "esc",    "cmd+",   "a  b",   "cmd++",    "k+cmd",     "cmd\u00A0+k",
@@ -56,7 +56,7 @@ TEST(KeySpecTests, refusesWhatIsNoShortcut) {
   EXPECT_EQ(KeySpec::parse("cmd+a\0"sv), std::nullopt);
 }
 
-TEST(KeySpecTests, everyKeyAndModifierSetRoundTrips) {
+TEST(KeySpecTest, EveryKeyAndModifierSetRoundTrips) {
   const KeyModifiers sets[] = {{},
                                {KeyModifier::fn},
                                {KeyModifier::command, KeyModifier::shift},

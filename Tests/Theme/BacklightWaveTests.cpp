@@ -22,7 +22,7 @@ constexpr std::array testCaps{
     point(KeyID::keyA, 0.1, 0),  // a second cap of the pressed key
 };
 
-TEST(BacklightWaveTests, DistanceOrderTiesAndReach) {
+TEST(BacklightWaveTest, DistanceOrderTiesAndReach) {
   const KeyboardGeometry geometry("points", testCaps);
   const auto steps = BacklightWave::neighbours(KeyID::keyA, geometry);
   ASSERT_EQ(steps.size(), 5u);
@@ -37,13 +37,13 @@ TEST(BacklightWaveTests, DistanceOrderTiesAndReach) {
   EXPECT_NEAR(steps[4].delay, 0.196, 1e-9);
 }
 
-TEST(BacklightWaveTests, MissingKeyGivesNothing) {
+TEST(BacklightWaveTest, MissingKeyGivesNothing) {
   EXPECT_TRUE(BacklightWave::neighbours(KeyID::keypad5, KeyboardGeometry::macBookANSI()).empty());
   const KeyboardGeometry empty("empty", {});
   EXPECT_TRUE(BacklightWave::neighbours(KeyID::keyA, empty).empty());
 }
 
-TEST(BacklightWaveTests, RealKeyboards) {
+TEST(BacklightWaveTest, RealKeyboards) {
   const struct {
     const KeyboardGeometry* geometry;
     KeyID pressed;
