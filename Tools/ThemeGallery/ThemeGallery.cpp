@@ -2,6 +2,7 @@
 // the three kinds, legends, pressed keys, backlight and lock light — in SVG,
 // and writes one HTML page holding all of them, for checking the catalogue by
 // eye. Usage: theme-gallery OUTPUT.html
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>

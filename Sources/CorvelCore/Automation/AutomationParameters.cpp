@@ -1,10 +1,17 @@
 #include "CorvelCore/Automation/AutomationParameters.h"
 
+#include <locale.h>
+#include <stdlib.h>
+#if defined(__APPLE__)
+#include <xlocale.h>
+#endif
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <string>
 #include <system_error>
 
 #include "CorvelCore/Automation/KeyName.h"
@@ -26,19 +33,59 @@ std::unexpected<AutomationError> bad(std::string_view parameter) {
   return std::unexpected(AutomationError::badValue(std::string(parameter)));
 }
 
+// The syntax of a decimal number, over the whole text: an optional "-",
+// digits with at most one point (at least one digit), then optionally "e" or
+// "E", an optional sign and digits. Tells whether a digit of the significand
+// is not 0; nothing when the text is not such a number.
+std::optional<bool> decimalSyntax(std::string_view text) {
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  std::size_t at = text.starts_with('-') ? 1 : 0;
+  bool digits = false;
+  bool nonZero = false;
+  bool point = false;
+  for (; at < text.size(); ++at) {
+    if (isDigit(text[at])) {
+      digits = true;
+      nonZero = nonZero || text[at] != '0';
+    } else if (text[at] == '.' && !point) {
+      point = true;
+    } else {
+      break;
+    }
+  }
+  if (!digits) return std::nullopt;
+  if (at == text.size()) return nonZero;
+  if (text[at] != 'e' && text[at] != 'E') return std::nullopt;
+  ++at;
+  if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
+  if (at == text.size()) return std::nullopt;
+  for (; at < text.size(); ++at) {
+    if (!isDigit(text[at])) return std::nullopt;
+  }
+  return nonZero;
+}
+
 // A decimal floating-point number: an optional sign, digits with an optional
-// point, an optional exponent. Infinite, not-a-number and out-of-range
-// values are nothing.
+// point, an optional exponent, rounded to the nearest double. Infinite,
+// not-a-number and out-of-range values are nothing; a value too small for a
+// double is out of range unless it is written as zero.
 std::optional<double> finiteNumber(std::string_view text) {
   if (text.starts_with('+')) {
     text.remove_prefix(1);
     if (text.starts_with('-')) return std::nullopt;
   }
-  if (text.empty()) return std::nullopt;
-  double value = 0;
-  auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  if (!std::isfinite(value)) return std::nullopt;
+  const std::optional<bool> nonZero = decimalSyntax(text);
+  if (!nonZero) return std::nullopt;
+  // strtod rounds exactly as std::from_chars does, which libc++ before 20
+  // (what Xcode ships) lacks for double; the "C" locale keeps its decimal
+  // point a ".", whatever the process's locale says.
+  static const locale_t cLocale = ::newlocale(LC_NUMERIC_MASK, "C", nullptr);
+  if (cLocale == nullptr) return std::nullopt;
+  const std::string terminated(text);
+  char* end = nullptr;
+  const double value = ::strtod_l(terminated.c_str(), &end, cLocale);
+  if (end != terminated.c_str() + terminated.size()) return std::nullopt;
+  if (!std::isfinite(value) || (value == 0 && *nonZero)) return std::nullopt;
   return value;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -24,7 +25,15 @@ class UUID {
   [[nodiscard]] std::string text() const;
   [[nodiscard]] const std::array<std::uint8_t, 16>& bytes() const { return bytes_; }
 
-  friend auto operator<=>(const UUID&, const UUID&) = default;
+  friend bool operator==(const UUID&, const UUID&) = default;
+  // Byte by byte, as std::array orders; written out because libc++ 16 (what
+  // Xcode ships) has no three-way comparison of arrays.
+  friend std::strong_ordering operator<=>(const UUID& a, const UUID& b) {
+    for (std::size_t index = 0; index < a.bytes_.size(); ++index) {
+      if (const auto order = a.bytes_[index] <=> b.bytes_[index]; order != 0) return order;
+    }
+    return std::strong_ordering::equal;
+  }
 
  private:
   std::array<std::uint8_t, 16> bytes_{};
