@@ -57,6 +57,39 @@ TEST_F(ExportWriterTest, RealDiskRefusals) {
   }
 }
 
+// On a volume without an exclusive rename the file is linked into place:
+// still never over another file, and nothing is left at the old name.
+TEST_F(ExportWriterTest, VolumesWithoutExclusiveRenameStillNeverReplace) {
+  const fs::path from = root / "out" / "temporary";
+  const fs::path to = root / "out" / "export.json";
+  const fs::path taken = root / "out" / "taken.json";
+  TemporaryFolder::write(taken, "theirs");
+  struct Case {
+    int renameError;
+    fs::path to;
+    int expected;
+  };
+  const Case cases[] = {
+      {ENOTSUP, to, 0},          // macOS
+      {EINVAL, to, 0},           // Linux
+      {ENOSYS, to, 0},           // an older kernel
+      {ENOTSUP, taken, EEXIST},  // the name is taken
+      {EACCES, to, EACCES},      // a real failure is not retried
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.renameError << " " << c.to);
+    fs::remove(to);
+    TemporaryFolder::write(from, "ours");
+    const auto unsupported = [&](const std::string&, const std::string&) { return c.renameError; };
+    EXPECT_EQ(ExportWriter::moveExclusive(from.string(), c.to.string(), unsupported), c.expected);
+    EXPECT_EQ(read(taken), "theirs");
+    EXPECT_EQ(fs::exists(from), c.expected != 0);
+    if (c.expected == 0) {
+      EXPECT_EQ(read(c.to), "ours");
+    }
+  }
+}
+
 // Sixteen processes race to export to the same new path: exactly one wins,
 // the others are told the file is there, and the file is whole.
 TEST_F(ExportWriterTest, RacingWritersLeaveOneWholeFile) {

@@ -38,20 +38,20 @@ bool writeAll(int fd, std::string_view data) {
   return true;
 }
 
-// Moves `from` to `to` unless something is at `to`; the check and the move
-// are one step, so a file that appears in between is never replaced.
-int renameExclusive(const std::string& from, const std::string& to) {
+// The system's own exclusive rename: 0, or the error it gave.
+int systemRenameExclusive(const std::string& from, const std::string& to) {
 #if defined(__APPLE__)
   return ::renamex_np(from.c_str(), to.c_str(), RENAME_EXCL) == 0 ? 0 : errno;
 #else
-  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
-  if (errno != EINVAL && errno != ENOSYS) return errno;
-  // File systems without an exclusive rename: a hard link fails the same way
-  // when the name is taken, and is just as atomic.
+  return ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0 ? 0
+                                                                                          : errno;
+#endif
+}
+
+int linkThenUnlink(const std::string& from, const std::string& to) {
   if (::link(from.c_str(), to.c_str()) != 0) return errno;
   ::unlink(from.c_str());
   return 0;
-#endif
 }
 
 }  // namespace
@@ -70,6 +70,21 @@ std::vector<FileIdentity> ExportWriter::diskIdentities(const std::string& path) 
     current += "/..";
   }
   return chain;
+}
+
+int ExportWriter::moveExclusive(const std::string& from, const std::string& to,
+                                const Mover& rename) {
+  const int error = rename(from, to);
+  // Volumes that cannot rename exclusively say so in one of these ways
+  // (Linux's file systems with EINVAL or ENOSYS, macOS's with ENOTSUP); a
+  // hard link fails the same way when the name is taken, and is just as
+  // atomic.
+  if (error == EINVAL || error == ENOSYS || error == ENOTSUP) return linkThenUnlink(from, to);
+  return error;
+}
+
+int ExportWriter::moveExclusive(const std::string& from, const std::string& to) {
+  return moveExclusive(from, to, systemRenameExclusive);
 }
 
 FileQuestions ExportWriter::disk() {
@@ -119,7 +134,7 @@ std::expected<void, ExportRefusal> ExportWriter::writeNew(std::string_view data,
     const bool closed = ::close(fd) == 0;
     if (!written || !closed) {
       result = std::unexpected(ExportRefusal::couldNotWrite);
-    } else if (const int error = renameExclusive(temporaryFile, path); error != 0) {
+    } else if (const int error = moveExclusive(temporaryFile, path); error != 0) {
       result =
           std::unexpected(error == EEXIST ? ExportRefusal::exists : ExportRefusal::couldNotWrite);
     }

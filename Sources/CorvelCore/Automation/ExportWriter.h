@@ -3,6 +3,7 @@
 #pragma once
 
 #include <expected>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,6 +32,18 @@ struct ExportWriter {
   // other failure. The temporary folder is always removed.
   [[nodiscard]] static std::expected<void, ExportRefusal> writeNew(std::string_view data,
                                                                    const std::string& path);
+
+  // A move of one file to a name: 0, or the error number it failed with.
+  using Mover = std::function<int(const std::string& from, const std::string& to)>;
+  // Moves `from` to `to` unless something is at `to`; the check and the move
+  // are one step, so a file that appears in between is never replaced. Where
+  // the volume has no exclusive rename, `to` is linked to `from` (which fails
+  // the same way when the name is taken) and `from` is then removed.
+  [[nodiscard]] static int moveExclusive(const std::string& from, const std::string& to);
+  // The same with the exclusive rename given, as a volume without one would
+  // answer it.
+  [[nodiscard]] static int moveExclusive(const std::string& from, const std::string& to,
+                                         const Mover& rename);
 };
 
 }  // namespace corvel
