@@ -67,7 +67,10 @@ class QuillonTest : public testing::Test {
     for (auto& word : words) argv.push_back(word.data());
     argv.push_back(nullptr);
     const Locations::Environment where = environment();
+    // Foundation on the Mac takes the home folder from CFFIXED_USER_HOME
+    // before the user database.
     std::vector<std::string> variables = {"HOME=" + where.home,
+                                          "CFFIXED_USER_HOME=" + where.home,
                                           "PATH=/usr/bin:/bin",
                                           "XDG_DATA_HOME=" + where.xdgDataHome.value_or(""),
                                           "XDG_CONFIG_HOME=" + where.xdgConfigHome.value_or(""),
