@@ -4,7 +4,6 @@
 // apps, the application folders and Spotlight's index. Only the system calls
 // live here; the rules they feed are in EnclosingApp, HandOverWait and
 // AppFinder.
-#if defined(__APPLE__)
 
 #import <AppKit/AppKit.h>
 #import <CoreFoundation/CoreFoundation.h>
@@ -319,5 +318,3 @@ ToolWorld::Version LiveTool::version() {
 }
 
 }  // namespace corvel
-
-#endif

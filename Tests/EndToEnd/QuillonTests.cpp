@@ -192,13 +192,12 @@ TEST_F(QuillonTest, HelpVersionAndRefusals) {
   }
 }
 
-// Output that does not arrive is reported, so a script learns of it; a
-// reader that stopped reading is not.
+// Output that does not arrive is reported, so a script learns of it.
 TEST_F(QuillonTest, OutputThatCannotBeWritten) {
   const std::vector<std::vector<std::string>> commands = {
       {"themes", "list"}, {"themes", "list", "--json"}, {"help"}, {"version"}, {"layers", "list"}};
   const int full = ::open("/dev/full", O_WRONLY | O_CLOEXEC);
-  ASSERT_GE(full, 0);
+  if (full < 0) GTEST_SKIP() << "no /dev/full (a device that is always full) on this system";
   for (const auto& arguments : commands) {
     SCOPED_TRACE(testing::PrintToString(arguments));
     const Outcome run = finish(start(arguments, ".out", ".err", full), ".out", ".err");
@@ -208,9 +207,11 @@ TEST_F(QuillonTest, OutputThatCannotBeWritten) {
               "and has room.\n");
   }
   ::close(full);
+}
 
-  // A pipe whose reader is gone: the tool ends quietly, killed by SIGPIPE as
-  // every filter is, or, where SIGPIPE is ignored, with status 3.
+// A pipe whose reader is gone: the tool ends quietly, killed by SIGPIPE as
+// every filter is, or, where SIGPIPE is ignored, with status 3.
+TEST_F(QuillonTest, ReaderThatStoppedReading) {
   for (const bool ignored : {false, true}) {
     SCOPED_TRACE(ignored ? "SIGPIPE ignored" : "SIGPIPE as it is");
     int ends[2];
