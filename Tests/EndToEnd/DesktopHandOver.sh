@@ -89,9 +89,10 @@ case $outcome in
   delivered*) ;;
   *) fail "handing over gave: $outcome" ;;
 esac
-# The launch is reported when the program starts; give it time to write.
+# The launch is reported when the program starts; give it time to write,
+# however busy the machine.
 tries=0
-while [ ! -s "$received" ] && [ $tries -lt 50 ]; do
+while [ ! -s "$received" ] && [ $tries -lt 200 ]; do
   sleep 0.1
   tries=$((tries + 1))
 done
@@ -106,7 +107,7 @@ rm -f "$received"
 run_quillon show --position "Bottom Right" --width 5000 --text "a=Hi & bye"
 [ $status -eq 0 ] || fail "show exited $status: $(cat "$root/err")"
 tries=0
-while [ ! -s "$received" ] && [ $tries -lt 50 ]; do
+while [ ! -s "$received" ] && [ $tries -lt 200 ]; do
   sleep 0.1
   tries=$((tries + 1))
 done
@@ -118,10 +119,11 @@ expected="quillon://show?position=bottomRight&width=4000&a=Hi%20%26%20bye"
 run_quillon layers import "$root/nothing.quillonlayer"
 [ $status -eq 3 ] || fail "an import of a missing file exited $status"
 
-# Where there is no desktop entry the hand-over fails at once, without waiting.
+# Where there is no desktop entry the hand-over fails at once, well within a
+# second, never through the bounded wait.
 outcome=$("$probe" handOver "$link" "$root/nowhere.desktop")
 case $outcome in
-  "failed 0.0"*) ;;
+  "failed 0."*) ;;
   *) fail "handing over to no app gave: $outcome" ;;
 esac
 
