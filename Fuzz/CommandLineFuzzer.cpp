@@ -42,7 +42,8 @@ std::vector<std::string> words(std::string_view input) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto input = corvel::fuzz::text(data, size);
   const auto line = words(input);
-  const auto action = CommandLineInterface::parse(line, {"/Users/someone/Documents", "/Users/someone", resolveApp});
+  const auto action =
+      CommandLineInterface::parse(line, {"/Users/someone/Documents", "/Users/someone", resolveApp});
   if (!action) {
     require(!CommandLineInterface::message(action.error()).empty(), "every refusal has a sentence");
     return 0;

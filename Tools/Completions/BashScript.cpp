@@ -242,7 +242,7 @@ std::string BashScript::text(const CompletionModel& model) {
     const std::string name = CommandGrammar::name(command);
     std::vector<std::string> words;
     for (const auto& use : command.options) {
-      const OptionSpec& option = *use.spec;
+      const OptionSpec& option = *use.definition;
       words.emplace_back(option.word);
       if (option.completion != ValueKind::none) {
         valueKinds["REPLY=" + std::string(ScriptText::kindWord(option.completion))].push_back(

@@ -84,7 +84,7 @@ std::vector<std::string> CompletionModel::extensions(const CommandSpec& command)
     found = DocumentFiles::imported(*command.fileKind);
   }
   for (const auto& use : command.options) {
-    if (use.spec->completion == ValueKind::exportFile) {
+    if (use.definition->completion == ValueKind::exportFile) {
       found = DocumentFiles::exported(*command.fileKind);
     }
   }

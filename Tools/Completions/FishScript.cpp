@@ -133,7 +133,7 @@ std::string FishScript::text(const CompletionModel& model) {
     }
     const std::string words = CommandGrammar::name(command);
     for (const auto& use : command.options) {
-      const OptionSpec& option = *use.spec;
+      const OptionSpec& option = *use.definition;
       lines += "complete -c quillon -n " + condition("__quillon_seen", words);
       if (option.word.starts_with("--")) {
         lines += " -l " + std::string(option.word.substr(2));

@@ -178,7 +178,8 @@ std::string optionsSection() {
   std::vector<OptionEntry> entries;
   for (const auto& command : CommandGrammar::commands()) {
     for (const auto& use : command.options) {
-      if (!use.spec->option.givesKey()) add(entries, *use.spec, CommandGrammar::name(command));
+      if (!use.definition->option.givesKey())
+        add(entries, *use.definition, CommandGrammar::name(command));
     }
   }
   std::string text = ".SH OPTIONS\n";

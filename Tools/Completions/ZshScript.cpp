@@ -175,7 +175,7 @@ std::string ZshScript::text(const CompletionModel& model) {
     }
     text += "      _arguments -S :";
     for (const auto& use : command.options) {
-      text += " \\\n        " + argumentsEntry(model, command, *use.spec);
+      text += " \\\n        " + argumentsEntry(model, command, *use.definition);
     }
     if (command.plain != nullptr) {
       text += " \\\n        " +

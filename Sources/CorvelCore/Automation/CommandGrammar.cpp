@@ -427,7 +427,7 @@ template <typename Holds>
 constexpr bool everyOption(Holds holds) {
   return everyCommand([&](const CommandSpec& command) {
     for (const auto& use : command.options) {
-      if (!holds(command, *use.spec)) return false;
+      if (!holds(command, *use.definition)) return false;
     }
     return true;
   });
@@ -470,8 +470,8 @@ static_assert(everyOption([](const CommandSpec& command, const OptionSpec& optio
                 return option.aliasOf.empty() ||
                        std::any_of(command.options.begin(), command.options.end(),
                                    [&](const OptionUse& use) {
-                                     return use.spec->word == option.aliasOf &&
-                                            use.spec->aliasOf.empty();
+                                     return use.definition->word == option.aliasOf &&
+                                            use.definition->aliasOf.empty();
                                    });
               }),
               "another spelling of an option goes with the option it spells");
@@ -551,7 +551,7 @@ const CommandSpec* CommandGrammar::named(std::string_view name) {
 
 const OptionSpec* CommandGrammar::option(const CommandSpec& command, std::string_view word) {
   for (const auto& use : command.options) {
-    if (use.spec->word == word) return use.spec;
+    if (use.definition->word == word) return use.definition;
   }
   return nullptr;
 }
@@ -559,7 +559,8 @@ const OptionSpec* CommandGrammar::option(const CommandSpec& command, std::string
 const OptionSpec* CommandGrammar::optionFor(const CommandSpec& command,
                                             std::string_view parameter) {
   for (const auto& use : command.options) {
-    if (use.shown != Shown::hidden && use.spec->option.parameter() == parameter) return use.spec;
+    if (use.shown != Shown::hidden && use.definition->option.parameter() == parameter)
+      return use.definition;
   }
   return nullptr;
 }

@@ -99,7 +99,7 @@ enum class Shown {
 };
 
 struct OptionUse {
-  const OptionSpec* spec = nullptr;
+  const OptionSpec* definition = nullptr;
   Shown shown = Shown::optional;
   std::string_view placeholder = {};  // a shorter placeholder for this command's synopsis
 };

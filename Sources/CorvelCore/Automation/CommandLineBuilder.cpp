@@ -14,10 +14,10 @@ using Refusal = std::unexpected<AutomationError>;
 using Action = std::expected<CommandLineAction, AutomationError>;
 
 Action send(const CommandLineReading& reading, const std::vector<AutomationPair>& pairs) {
-  const CommandSpec& spec = *reading.command;
-  auto command = AutomationParser::parse(spec.verb, pairs, AutomationSource::commandLine);
+  const CommandSpec& definition = *reading.command;
+  auto command = AutomationParser::parse(definition.verb, pairs, AutomationSource::commandLine);
   if (!command)
-    return Refusal(CommandLineMessages::reworded(command.error(), spec, reading.typedWords));
+    return Refusal(CommandLineMessages::reworded(command.error(), definition, reading.typedWords));
   if (command->appsNamed().size() > AutomationCommand::maxApps) {
     return Refusal(AutomationError::badArgument(AutomationCommand::tooManyAppsMessage()));
   }
@@ -58,12 +58,13 @@ std::expected<std::optional<std::string>, AutomationError> single(const CommandL
 std::expected<std::string, AutomationError> target(const CommandLineReading& reading) {
   const auto& uses = reading.command->options;
   const auto file = std::find_if(uses.begin(), uses.end(), [](const OptionUse& use) {
-    return std::holds_alternative<CommandOption::File>(use.spec->option.kind) &&
+    return std::holds_alternative<CommandOption::File>(use.definition->option.kind) &&
            use.shown != Shown::hidden;
   });
   if (file == uses.end()) return Refusal(AutomationError::missing("file"));
-  const std::string_view description = CommandGrammar::description(*file->spec);
-  if (!reading.file) return Refusal(CommandLineMessages::isMissing(file->spec->word, description));
+  const std::string_view description = CommandGrammar::description(*file->definition);
+  if (!reading.file)
+    return Refusal(CommandLineMessages::isMissing(file->definition->word, description));
   if (reading.fileTwice) return Refusal(CommandLineMessages::mustBe(reading.fileWord, description));
   return *reading.file;
 }

@@ -74,9 +74,9 @@ class Lines {
 };
 
 std::string form(const OptionUse& use) {
-  std::string text(use.spec->word);
+  std::string text(use.definition->word);
   const std::string_view placeholder =
-      use.placeholder.empty() ? use.spec->placeholder : use.placeholder;
+      use.placeholder.empty() ? use.definition->placeholder : use.placeholder;
   if (!placeholder.empty()) text.append(" ").append(placeholder);
   return text;
 }
@@ -147,12 +147,13 @@ std::vector<UsagePiece> usagePieces(const UsageLine& line) {
     return out;
   }
   for (std::size_t i = 0; i < entries.size(); ++i) {
-    const CommandSpec& spec = command(entries[i].command);
-    std::string head = line.join == UsageJoin::sameFirst && i > 0 ? std::string(spec.sub)
-                                                                  : CommandGrammar::name(spec);
+    const CommandSpec& definition = command(entries[i].command);
+    std::string head = line.join == UsageJoin::sameFirst && i > 0
+                           ? std::string(definition.sub)
+                           : CommandGrammar::name(definition);
     if (i > 0) head.insert(0, "| ");
     out.push_back({std::move(head), i > 0 && entries[i].newLine});
-    for (auto& piece : pieces(spec)) out.push_back({std::move(piece)});
+    for (auto& piece : pieces(definition)) out.push_back({std::move(piece)});
   }
   return out;
 }
@@ -174,9 +175,9 @@ std::string usageLine(const UsageLine& line) {
 // The help topics of a command's first word show the KEYS block when a
 // command of that word takes keys.
 bool takesKeys(std::string_view first) {
-  for (const auto& spec : CommandGrammar::withFirst(first)) {
-    for (const auto& use : spec.options) {
-      if (use.spec->option.givesKey()) return true;
+  for (const auto& definition : CommandGrammar::withFirst(first)) {
+    for (const auto& use : definition.options) {
+      if (use.definition->option.givesKey()) return true;
     }
   }
   return false;

@@ -29,7 +29,6 @@
 #include "CorvelCore/Keyboard/KeySet.h"
 #include "CorvelCore/Support/EnumName.h"
 #include "CorvelCore/Theme/JSONValue.h"
-#include "CorvelCore/Theme/JSONValue.h"
 
 namespace corvel {
 

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "CorvelCore/Layers/DocumentRules.h"
-#include "CorvelCore/TextLimits/TextLimits.h"
 #include "CorvelCore/Support/Overloaded.h"
+#include "CorvelCore/TextLimits/TextLimits.h"
 
 namespace corvel {
 namespace {

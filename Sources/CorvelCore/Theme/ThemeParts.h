@@ -21,7 +21,6 @@
 
 #include "CorvelCore/Support/EnumName.h"
 #include "CorvelCore/Theme/JSONValue.h"
-#include "CorvelCore/Theme/JSONValue.h"
 #include "CorvelCore/Theme/ThemeColor.h"
 
 namespace corvel {
