@@ -1,21 +1,15 @@
 #include "CorvelCore/Theme/JSONString.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace corvel {
 
-JSONString::JSONString(std::string_view text) : text_(held(text)) {}
-
-JSONString::JSONString(std::string&& text)
-    : text_(text.size() <= inlineCapacity ? held(text) : Text(std::move(text))) {}
-
-JSONString::Text JSONString::held(std::string_view text) {
-  if (text.size() > inlineCapacity) return std::string(text);
-  Inline kept{};
-  std::copy(text.begin(), text.end(), kept.bytes.begin());
-  kept.size = static_cast<unsigned char>(text.size());
-  return kept;
+JSONString::JSONString(std::string&& text) {
+  if (text.size() > inlineCapacity) {
+    text_ = std::move(text);
+  } else {
+    *this = JSONString(std::string_view(text));
+  }
 }
 
 std::string_view JSONString::view() const {

@@ -5,6 +5,7 @@
 // array rather than one per text as well.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string>
@@ -17,7 +18,17 @@ class JSONString {
  public:
   static constexpr std::size_t inlineCapacity = 38;
 
-  explicit JSONString(std::string_view text);
+  // Defined here, as reading a document makes one for every text it holds.
+  explicit JSONString(std::string_view text) {
+    if (text.size() > inlineCapacity) {
+      text_.emplace<std::string>(text);
+      return;
+    }
+    // A new value holds an empty inline text.
+    Inline& kept = std::get<Inline>(text_);
+    std::copy(text.begin(), text.end(), kept.bytes.begin());
+    kept.size = static_cast<unsigned char>(text.size());
+  }
   explicit JSONString(std::string&& text);
 
   [[nodiscard]] std::string_view view() const;
@@ -33,12 +44,7 @@ class JSONString {
     std::array<char, inlineCapacity> bytes;
     unsigned char size;
   };
-  using Text = std::variant<Inline, std::string>;
-
-  // The text where it fits, inline or on the heap.
-  static Text held(std::string_view text);
-
-  Text text_;
+  std::variant<Inline, std::string> text_;
 };
 
 }  // namespace corvel

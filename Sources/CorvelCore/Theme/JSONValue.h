@@ -86,9 +86,9 @@ class JSONValue {
 
   JSONValue() : storage_(nullptr) {}
   JSONValue(std::nullptr_t) : storage_(nullptr) {}
-  JSONValue(std::string text) : storage_(JSONString(std::move(text))) {}
-  JSONValue(std::string_view text) : storage_(JSONString(text)) {}
-  JSONValue(const char* text) : storage_(JSONString(std::string_view(text))) {}
+  JSONValue(std::string text) : storage_(std::in_place_type<JSONString>, std::move(text)) {}
+  JSONValue(std::string_view text) : storage_(std::in_place_type<JSONString>, text) {}
+  JSONValue(const char* text) : storage_(std::in_place_type<JSONString>, std::string_view(text)) {}
   JSONValue(double number) : storage_(number) {}
   JSONValue(int number) : storage_(static_cast<double>(number)) {}
   JSONValue(std::int64_t number) : storage_(static_cast<double>(number)) {}
