@@ -2,8 +2,10 @@
 // layers file: thousands of layers, each with a trigger and key actions.
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
 #include <string>
 
+#include "AllocationCount.h"
 #include "CorvelCore/Theme/JSONValue.h"
 
 namespace corvel {
@@ -50,12 +52,16 @@ const std::string& layersDocument() {
 
 void BM_DecodeLayersDocument(benchmark::State& state) {
   const std::string& text = layersDocument();
+  const std::uint64_t allocationsBefore = allocationCount();
   for (auto _ : state) {
     auto value = JSONValue::decode(text);
     benchmark::DoNotOptimize(value);
   }
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
   state.counters["MiB"] = static_cast<double>(text.size()) / (1 << 20);
+  state.counters["allocs"] =
+      benchmark::Counter(static_cast<double>(allocationCount() - allocationsBefore),
+                         benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(BM_DecodeLayersDocument)->Unit(benchmark::kMillisecond);
 

@@ -1,7 +1,12 @@
 // How fast a typical show command goes to its link and back: the tool does
-// this once per command, the app once per link it receives.
+// this once per command, the app once per link it receives. The round trip
+// also reports its heap allocations.
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
+#include <string>
+
+#include "AllocationCount.h"
 #include "CorvelCore/Automation/AutomationParser.h"
 
 namespace corvel {
@@ -22,12 +27,16 @@ AutomationCommand typicalShow() {
 
 void BM_ShowLinkRoundTrip(benchmark::State& state) {
   const AutomationCommand command = typicalShow();
+  const std::uint64_t allocationsBefore = allocationCount();
   for (auto _ : state) {
     std::string link = command.link();
     auto parsed = AutomationParser::parse(link);
     benchmark::DoNotOptimize(parsed);
   }
   state.SetItemsProcessed(state.iterations());
+  state.counters["allocs"] =
+      benchmark::Counter(static_cast<double>(allocationCount() - allocationsBefore),
+                         benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(BM_ShowLinkRoundTrip);
 

@@ -3,65 +3,16 @@
 // every key press in the app; the wave runs on every key press under a
 // `wave` backlight.
 //
-// Heap allocations are counted by replacing the global allocation functions
-// of this benchmark program; the counters report allocations per event.
+// The counters report heap allocations per event (AllocationCount.h).
 #include <benchmark/benchmark.h>
 
-#include <atomic>
 #include <cstdint>
-#include <cstdlib>
-#include <new>
 #include <vector>
 
+#include "AllocationCount.h"
 #include "CorvelCore/Keyboard/KeyboardGeometry.h"
 #include "CorvelCore/Layers/LayerGate.h"
 #include "CorvelCore/Theme/BacklightWave.h"
-
-namespace {
-
-std::atomic<std::uint64_t> allocationCount{0};
-
-void* allocate(std::size_t size) {
-  allocationCount.fetch_add(1, std::memory_order_relaxed);
-  if (void* p = std::malloc(size == 0 ? 1 : size)) return p;
-  throw std::bad_alloc();
-}
-
-void* allocateAligned(std::size_t size, std::align_val_t alignment) {
-  allocationCount.fetch_add(1, std::memory_order_relaxed);
-  const auto align = static_cast<std::size_t>(alignment);
-  const std::size_t rounded = (size + align - 1) / align * align;
-  if (void* p = std::aligned_alloc(align, rounded == 0 ? align : rounded)) return p;
-  throw std::bad_alloc();
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) { return allocate(size); }
-void* operator new[](std::size_t size) { return allocate(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  allocationCount.fetch_add(1, std::memory_order_relaxed);
-  return std::malloc(size == 0 ? 1 : size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
-  return operator new(size, tag);
-}
-void* operator new(std::size_t size, std::align_val_t alignment) {
-  return allocateAligned(size, alignment);
-}
-void* operator new[](std::size_t size, std::align_val_t alignment) {
-  return allocateAligned(size, alignment);
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete[](void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-void operator delete[](void* p, std::size_t) noexcept { std::free(p); }
-void operator delete(void* p, std::align_val_t) noexcept { std::free(p); }
-void operator delete[](void* p, std::align_val_t) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t, std::align_val_t) noexcept { std::free(p); }
-void operator delete[](void* p, std::size_t, std::align_val_t) noexcept { std::free(p); }
-void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
-void operator delete[](void* p, const std::nothrow_t&) noexcept { std::free(p); }
 
 namespace corvel {
 namespace {
@@ -209,9 +160,9 @@ void layerGateDecide(benchmark::State& state) {
   for (std::size_t i = 0; i < stream.events.size(); ++i) feed();
   ran = 0;
 
-  const std::uint64_t allocationsBefore = allocationCount.load();
+  const std::uint64_t allocationsBefore = allocationCount();
   for (auto _ : state) feed();
-  const std::uint64_t allocations = allocationCount.load() - allocationsBefore;
+  const std::uint64_t allocations = allocationCount() - allocationsBefore;
   state.counters["allocs/event"] =
       benchmark::Counter(static_cast<double>(allocations), benchmark::Counter::kAvgIterations);
   // The share of events a layer ran, to show the stream exercises the layers.
@@ -225,7 +176,7 @@ void backlightWaveOnANSI(benchmark::State& state) {
   const auto caps = geometry.caps();
   std::size_t next = 0;
   std::size_t lit = 0;
-  const std::uint64_t allocationsBefore = allocationCount.load();
+  const std::uint64_t allocationsBefore = allocationCount();
   for (auto _ : state) {
     const auto steps = BacklightWave::neighbours(caps[next].key, geometry);
     lit += steps.size();
@@ -234,7 +185,7 @@ void backlightWaveOnANSI(benchmark::State& state) {
   }
   // A call allocates its working list and its result.
   state.counters["allocs/key"] =
-      benchmark::Counter(static_cast<double>(allocationCount.load() - allocationsBefore),
+      benchmark::Counter(static_cast<double>(allocationCount() - allocationsBefore),
                          benchmark::Counter::kAvgIterations);
   state.counters["keysLit"] =
       benchmark::Counter(static_cast<double>(lit), benchmark::Counter::kAvgIterations);

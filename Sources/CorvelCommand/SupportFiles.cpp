@@ -100,7 +100,7 @@ std::vector<SheetOverrides> SupportFiles::sheets(const ToolWorld& world) {
 std::optional<std::string> SupportFiles::themeInUse(const ToolWorld& world) {
   std::optional<JSONValue> settings = world.preference(kOverlaySettingsKey);
   if (!settings) return std::nullopt;
-  if (const std::string* text = settings->asString()) {
+  if (const JSONString* text = settings->asString()) {
     auto decoded = JSONValue::decode(*text);
     if (!decoded) return std::nullopt;
     settings = std::move(*decoded);
@@ -109,7 +109,7 @@ std::optional<std::string> SupportFiles::themeInUse(const ToolWorld& world) {
   if (object == nullptr) return std::nullopt;
   const JSONValue* id = object->find("themeID");
   if (id == nullptr || id->asString() == nullptr) return std::nullopt;
-  return *id->asString();
+  return std::string(*id->asString());
 }
 
 }  // namespace corvel

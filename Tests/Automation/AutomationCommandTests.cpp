@@ -79,14 +79,14 @@ TEST(AutomationCommandTest, FitsLinkAtExactlyTheLimit) {
   for (int i = 0; i < 120; ++i) full += emoji;
   TemporaryLayerSpec layer;
   for (char key = 'a'; key < 'a' + 11; ++key)
-    layer.keys.emplace(std::string(1, key), KeyAssignment::text(full));
+    layer.keys.add(std::string(1, key), KeyAssignment::text(full));
   std::string last(8, 'x');
   for (int i = 0; i < 40; ++i) last += emoji;
-  layer.keys.emplace("l", KeyAssignment::text(last));
+  layer.keys.add("l", KeyAssignment::text(last));
   auto fits = AutomationCommand::layerShow(layer, std::nullopt);
   ASSERT_EQ(fits.link().size(), AutomationCommand::maxURLBytes);
   EXPECT_TRUE(fits.fitsLink());
-  layer.keys.insert_or_assign("l", KeyAssignment::text(last + "x"));
+  layer.keys.set("l", KeyAssignment::text(last + "x"));
   EXPECT_FALSE(AutomationCommand::layerShow(layer, std::nullopt).fitsLink());
 }
 
@@ -150,9 +150,9 @@ TEST(AutomationCommandTest, NotificationNames) {
 
 TEST(AutomationCommandTest, AppsNamedAreDistinct) {
   KeyAssignments keys;
-  for (char c = 'a'; c <= 'i'; ++c) keys.emplace(std::string(1, c), KeyAssignment::app("com.x"));
-  keys.emplace("1", KeyAssignment::app("com.y"));
-  keys.emplace("2", KeyAssignment::text("com.z"));
+  for (char c = 'a'; c <= 'i'; ++c) keys.add(std::string(1, c), KeyAssignment::app("com.x"));
+  keys.add("1", KeyAssignment::app("com.y"));
+  keys.add("2", KeyAssignment::text("com.z"));
   EXPECT_EQ(AutomationCommand::show({}, TemporaryLayerSpec{std::nullopt, keys}).appsNamed(),
             (std::set<std::string>{"com.x", "com.y"}));
   EXPECT_EQ(AutomationCommand::layerEdit({std::nullopt, "com.w", "N"},

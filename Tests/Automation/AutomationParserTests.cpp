@@ -337,7 +337,7 @@ class CommandGenerator {
       case 7: {
         KeyChanges changes;
         for (auto& [key, assignment] : keys()) {
-          changes.emplace(key, maybe() ? std::optional(assignment) : std::nullopt);
+          changes.add(key, maybe() ? std::optional(assignment) : std::nullopt);
         }
         return AutomationCommand::layerEdit(selector(), changes);
       }
@@ -432,8 +432,7 @@ class CommandGenerator {
     std::size_t count = large ? 40 + pick(41) : pick(6);
     for (std::size_t i = 0; i < count; ++i) {
       std::string name = large ? keyName(i) : names[pick(names.size())];
-      if (auto canonical = KeyName::canonical(name))
-        keys.insert_or_assign(*canonical, assignment(large));
+      if (auto canonical = KeyName::canonical(name)) keys.set(*canonical, assignment(large));
     }
     return keys;
   }

@@ -1,9 +1,13 @@
+#include "CorvelCore/Theme/JSONString.h"
 #include "CorvelCore/Theme/JSONValue.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
+#include <string>
+#include <string_view>
+#include <utility>
 
 namespace corvel {
 namespace {
@@ -117,6 +121,27 @@ TEST(JSONValueTest, RoundTripsThroughText) {
   EXPECT_EQ(first, second);
   EXPECT_EQ(first.hash(), second.hash());
   EXPECT_EQ(second.encoded().value_or(""), *written);
+}
+
+TEST(JSONValueTest, TextsKeepTheirBytesOnEitherSideOfTheInlineLimit) {
+  const std::size_t limit = JSONString::inlineCapacity;
+  const std::string texts[] = {"", std::string(limit, 'a'), std::string(limit + 1, 'b'),
+                               std::string(limit - 1, 'c') + '\0',
+                               std::string(limit, 'd') + "\xC3\xA9"};
+  for (const std::string& text : texts) {
+    SCOPED_TRACE(text.size());
+    JSONValue value(text);
+    ASSERT_NE(value.asString(), nullptr);
+    EXPECT_EQ(value.asString()->view(), text);
+    const JSONValue copy = value;
+    const JSONValue moved = std::move(value);
+    EXPECT_EQ(copy, moved);
+    EXPECT_EQ(copy.hash(), JSONValue(std::string_view(text)).hash());
+    EXPECT_EQ(decoded(moved.encoded().value_or("")), copy);
+    JSONValue assigned("something else, long enough to be kept on the heap");
+    assigned = copy;
+    EXPECT_EQ(*assigned.asString(), text);
+  }
 }
 
 TEST(JSONValueTest, EqualityAndHashAgree) {

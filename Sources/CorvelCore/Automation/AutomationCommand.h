@@ -8,7 +8,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -18,6 +17,7 @@
 
 #include "CorvelCore/Automation/ExportKind.h"
 #include "CorvelCore/Automation/KeyAssignment.h"
+#include "CorvelCore/Automation/KeyNameMap.h"
 #include "CorvelCore/Automation/ShowOptions.h"
 #include "CorvelCore/Faces/LayerTrigger.h"
 #include "CorvelCore/Layers/FillMode.h"
@@ -28,10 +28,10 @@ namespace corvel {
 // Who sent a command; each source may send only its own set of verbs.
 enum class AutomationSource { url, notification, commandLine, intent };
 
-// Key assignments by canonical key name; the map keeps them sorted.
-using KeyAssignments = std::map<std::string, KeyAssignment>;
+// Key assignments by canonical key name, sorted by name.
+using KeyAssignments = KeyNameMap<KeyAssignment>;
 // Changes to a stored layer's keys; an absent value removes the key's assignment.
-using KeyChanges = std::map<std::string, std::optional<KeyAssignment>>;
+using KeyChanges = KeyNameMap<std::optional<KeyAssignment>>;
 
 // A layer shown once and not stored.
 struct TemporaryLayerSpec {

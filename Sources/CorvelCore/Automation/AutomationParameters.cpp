@@ -461,25 +461,27 @@ std::expected<LayerSelector, AutomationError> AutomationParameters::selector() c
 
 std::expected<KeyAssignments, AutomationError> AutomationParameters::assignments() const {
   KeyAssignments assignments;
+  assignments.reserve(keys_.size());
   for (const auto& [key, value] : keys_) {
     std::optional<KeyAssignment> assignment = KeyAssignment::parse(value);
     if (!assignment) return bad(key);
-    assignments.emplace_hint(assignments.end(), key, std::move(*assignment));
+    assignments.add(key, std::move(*assignment));
   }
   return assignments;
 }
 
 std::expected<KeyChanges, AutomationError> AutomationParameters::changes() const {
   KeyChanges changes;
+  changes.reserve(keys_.size());
   for (const auto& [key, value] : keys_) {
     std::string_view text = ParameterText::trimBlanks(value);
     if (text == "-") {
-      changes.emplace_hint(changes.end(), key, std::nullopt);
+      changes.add(key, std::nullopt);
       continue;
     }
     std::optional<KeyAssignment> assignment = KeyAssignment::parse(text);
     if (!assignment) return bad(key);
-    changes.emplace_hint(changes.end(), key, std::move(*assignment));
+    changes.add(key, std::move(*assignment));
   }
   return changes;
 }

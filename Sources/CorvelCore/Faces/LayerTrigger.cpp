@@ -234,15 +234,14 @@ std::optional<LayerTrigger> LayerTrigger::fromJSON(const JSONValue& value) {
     const JSONObject* partObject = element.asObject();
     if (partObject == nullptr) return std::nullopt;
     const JSONValue* modifierValue = partObject->find("modifier");
-    const std::string* modifierText =
-        modifierValue != nullptr ? modifierValue->asString() : nullptr;
+    const JSONString* modifierText = modifierValue != nullptr ? modifierValue->asString() : nullptr;
     if (modifierText == nullptr) return std::nullopt;
     const auto modifier = triggerModifierNamed(*modifierText);
     if (!modifier) return std::nullopt;
     Side side = Side::either;
     if (const JSONValue* sideValue = partObject->find("side");
         sideValue != nullptr && !sideValue->isNull()) {
-      const std::string* sideText = sideValue->asString();
+      const JSONString* sideText = sideValue->asString();
       const auto named = sideText != nullptr ? sideNamed(*sideText) : std::nullopt;
       if (!named) return std::nullopt;
       side = *named;

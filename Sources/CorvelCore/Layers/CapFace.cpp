@@ -28,48 +28,49 @@ constexpr std::array<std::string_view, 5> fieldNames{"type", "text", "symbol", "
 using Fields = std::array<const JSONValue*, fieldNames.size()>;
 
 // A field that must be a text; nullptr when missing or of another type.
-const std::string* textOf(const Fields& fields, Field field) {
+const JSONString* textOf(const Fields& fields, Field field) {
   return fields[field] == nullptr ? nullptr : fields[field]->asString();
 }
 
 // A symbol name that passes LayerNames::isSymbolName, or nullptr.
-const std::string* symbolOf(const Fields& fields) {
-  const std::string* name = textOf(fields, symbolField);
+const JSONString* symbolOf(const Fields& fields) {
+  const JSONString* name = textOf(fields, symbolField);
   return name != nullptr && LayerNames::isSymbolName(*name) ? name : nullptr;
 }
 
 Read readLabel(const Fields& fields, std::int64_t& removed) {
-  const std::string* shown = textOf(fields, textField);
+  const JSONString* shown = textOf(fields, textField);
   if (shown == nullptr) return std::unexpected(LayerError::badKey());
   return CapFace::Label{DocumentRules::cleanedAndCut(*shown, CapFace::maxLabelLength, removed)};
 }
 
 Read readText(const Fields& fields, std::int64_t& removed) {
-  const std::string* shown = textOf(fields, textField);
+  const JSONString* shown = textOf(fields, textField);
   if (shown == nullptr) return std::unexpected(LayerError::badKey());
   return CapFace::Text{DocumentRules::cleanedAndCut(*shown, CapFace::maxTextLength, removed)};
 }
 
 Read readSymbol(const Fields& fields, std::int64_t&) {
-  const std::string* name = symbolOf(fields);
+  const JSONString* name = symbolOf(fields);
   if (name == nullptr) return std::unexpected(LayerError::badKey());
-  return CapFace::Symbol{*name};
+  return CapFace::Symbol{std::string(*name)};
 }
 
 Read readSymbolCaption(const Fields& fields, std::int64_t& removed) {
-  const std::string* name = symbolOf(fields);
-  const std::string* caption = textOf(fields, captionField);
+  const JSONString* name = symbolOf(fields);
+  const JSONString* caption = textOf(fields, captionField);
   if (name == nullptr || caption == nullptr) return std::unexpected(LayerError::badKey());
   return CapFace::SymbolCaption{
-      *name, DocumentRules::cleanedAndCut(*caption, CapFace::maxCaptionLength, removed)};
+      std::string(*name),
+      DocumentRules::cleanedAndCut(*caption, CapFace::maxCaptionLength, removed)};
 }
 
 Read readAppIcon(const Fields& fields, std::int64_t&) {
-  const std::string* bundleID = textOf(fields, bundleIDField);
+  const JSONString* bundleID = textOf(fields, bundleIDField);
   if (bundleID == nullptr || !LayerNames::isBundleID(*bundleID)) {
     return std::unexpected(LayerError::badKey());
   }
-  return CapFace::AppIcon{*bundleID};
+  return CapFace::AppIcon{std::string(*bundleID)};
 }
 
 // The members each case reads.
@@ -142,7 +143,7 @@ std::expected<CapFace, LayerError> CapFace::fromJSON(const JSONValue& json, std:
   if (object == nullptr) return std::unexpected(LayerError::badKey());
   Fields fields;
   DocumentRules::findMembers(*object, fieldNames, fields);
-  const std::string* type = textOf(fields, typeField);
+  const JSONString* type = textOf(fields, typeField);
   if (type == nullptr) return std::unexpected(LayerError::badKey());
   for (const FaceType& faceType : faceTypes) {
     if (faceType.name != *type) continue;

@@ -165,7 +165,7 @@ std::expected<Layer, LayerError> Layer::fromJSON(const JSONValue& json, std::int
   std::int64_t cleaned = 0;
 
   const JSONValue* idJSON = found[idField];
-  const std::string* idText = idJSON == nullptr ? nullptr : idJSON->asString();
+  const JSONString* idText = idJSON == nullptr ? nullptr : idJSON->asString();
   const std::optional<UUID> id = idText == nullptr ? std::nullopt : UUID::parse(*idText);
   if (!id) return std::unexpected(LayerError::badLayer());
   layer.id = *id;
@@ -177,7 +177,7 @@ std::expected<Layer, LayerError> Layer::fromJSON(const JSONValue& json, std::int
   layer.trigger = std::move(*trigger);
 
   if (const JSONValue* kind = found[kindField]; isPresent(kind)) {
-    const std::string* text = kind->asString();
+    const JSONString* text = kind->asString();
     const std::optional<LayerKind> named = text == nullptr ? std::nullopt : layerKind(*text);
     if (named) {
       layer.kind = *named;
@@ -188,7 +188,7 @@ std::expected<Layer, LayerError> Layer::fromJSON(const JSONValue& json, std::int
 
   layer.name.clear();
   if (const JSONValue* name = found[nameField]; isPresent(name)) {
-    if (const std::string* text = name->asString()) {
+    if (const JSONString* text = name->asString()) {
       layer.name = DocumentRules::cleanedAndCut(*text, maxNameLength, cleaned);
     } else {
       keep("name", *name);
@@ -207,13 +207,13 @@ std::expected<Layer, LayerError> Layer::fromJSON(const JSONValue& json, std::int
   layer.holdDelay = cleanDelay(holdDelay, layer.kind);
 
   if (const JSONValue* fill = found[fillField]; isPresent(fill)) {
-    const std::string* text = fill->asString();
+    const JSONString* text = fill->asString();
     layer.fill = text == nullptr ? std::nullopt : fillMode(*text);
     if (!layer.fill) keep("fill", *fill);
   }
 
   if (const JSONValue* scope = found[appScopeField]; isPresent(scope)) {
-    if (const std::string* text = scope->asString()) {
+    if (const JSONString* text = scope->asString()) {
       if (!text->empty()) {
         if (!LayerNames::isBundleID(*text)) return std::unexpected(LayerError::badLayer());
         layer.appScope = *text;

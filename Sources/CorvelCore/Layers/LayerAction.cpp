@@ -41,22 +41,22 @@ using Fields = std::array<const JSONValue*, fieldNames.size()>;
 using CaseReader = Read (*)(const Fields&, JSONObject& kept, std::int64_t& removed);
 
 // A field that must be a text; nullptr when missing or of another type.
-const std::string* textOf(const Fields& fields, Field field) {
+const JSONString* textOf(const Fields& fields, Field field) {
   return fields[field] == nullptr ? nullptr : fields[field]->asString();
 }
 
 // An optional text: nothing when missing or null; a value of another type
 // is kept and reads as nothing.
-const std::string* optionalTextOf(const Fields& fields, Field field, JSONObject& kept) {
+const JSONString* optionalTextOf(const Fields& fields, Field field, JSONObject& kept) {
   const JSONValue* found = fields[field];
   if (found == nullptr || found->isNull()) return nullptr;
-  if (const std::string* text = found->asString()) return text;
+  if (const JSONString* text = found->asString()) return text;
   kept.set(std::string(fieldNames[field]), *found);
   return nullptr;
 }
 
 Read readOpenApp(const Fields& fields, JSONObject&, std::int64_t& removed) {
-  const std::string* bundleID = textOf(fields, bundleIDField);
+  const JSONString* bundleID = textOf(fields, bundleIDField);
   if (bundleID == nullptr || !LayerNames::isBundleID(*bundleID)) {
     return std::unexpected(LayerError::badAction());
   }
@@ -66,17 +66,17 @@ Read readOpenApp(const Fields& fields, JSONObject&, std::int64_t& removed) {
   // it back must give the same name. A bundle identifier is clean and at
   // most 255 bytes, so the name stays short.
   std::string name;
-  if (const std::string* given = textOf(fields, nameField)) {
+  if (const JSONString* given = textOf(fields, nameField)) {
     name = *given == *bundleID
-               ? *given
+               ? std::string(*given)
                : DocumentRules::cleanedAndCut(*given, LayerAction::maxNameLength, removed);
   }
   if (name.empty()) name = *bundleID;
-  return LayerAction::OpenApp{*bundleID, std::move(name)};
+  return LayerAction::OpenApp{std::string(*bundleID), std::move(name)};
 }
 
 Read readTypeText(const Fields& fields, JSONObject&, std::int64_t& removed) {
-  const std::string* text = textOf(fields, textField);
+  const JSONString* text = textOf(fields, textField);
   if (text == nullptr) return std::unexpected(LayerError::badAction());
   std::string typed = DocumentRules::cleanedAndCut(*text, LayerAction::maxTextLength, removed);
   if (typed.empty()) return std::unexpected(LayerError::badAction());
@@ -84,7 +84,7 @@ Read readTypeText(const Fields& fields, JSONObject&, std::int64_t& removed) {
 }
 
 Read readSendShortcut(const Fields& fields, JSONObject&, std::int64_t&) {
-  const std::string* keyName = textOf(fields, keyField);
+  const JSONString* keyName = textOf(fields, keyField);
   const std::optional<KeyID> key =
       keyName == nullptr ? std::nullopt : DocumentRules::keyNamed(*keyName);
   if (!key) return std::unexpected(LayerError::badAction());
@@ -93,7 +93,7 @@ Read readSendShortcut(const Fields& fields, JSONObject&, std::int64_t&) {
     const JSONArray* names = modifiers->asArray();
     if (names == nullptr) return std::unexpected(LayerError::badAction());
     for (const JSONValue& element : *names) {
-      const std::string* name = element.asString();
+      const JSONString* name = element.asString();
       const std::optional<KeyModifier> modifier =
           name == nullptr ? std::nullopt : keyModifier(*name);
       if (!modifier) return std::unexpected(LayerError::badAction());
@@ -104,15 +104,15 @@ Read readSendShortcut(const Fields& fields, JSONObject&, std::int64_t&) {
 }
 
 Read readShowSymbol(const Fields& fields, JSONObject& kept, std::int64_t& removed) {
-  const std::string* name = textOf(fields, nameField);
+  const JSONString* name = textOf(fields, nameField);
   if (name == nullptr || !LayerNames::isSymbolName(*name)) {
     return std::unexpected(LayerError::badAction());
   }
   std::optional<std::string> caption;
-  if (const std::string* given = optionalTextOf(fields, captionField, kept)) {
+  if (const JSONString* given = optionalTextOf(fields, captionField, kept)) {
     caption = DocumentRules::cleanedAndCut(*given, LayerAction::maxCaptionLength, removed);
   }
-  return LayerAction::ShowSymbol{*name, std::move(caption)};
+  return LayerAction::ShowSymbol{std::string(*name), std::move(caption)};
 }
 
 // The members each case reads.
@@ -182,7 +182,7 @@ std::expected<LayerAction, LayerError> LayerAction::fromJSON(const JSONValue& js
   if (object == nullptr) return std::unexpected(LayerError::badAction());
   Fields fields;
   DocumentRules::findMembers(*object, fieldNames, fields);
-  const std::string* type = textOf(fields, typeField);
+  const JSONString* type = textOf(fields, typeField);
   if (type == nullptr) return std::unexpected(LayerError::badAction());
   for (const ActionType& actionType : actionTypes) {
     if (actionType.name != *type) continue;

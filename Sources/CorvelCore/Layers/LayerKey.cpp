@@ -124,7 +124,7 @@ std::expected<LayerKey, LayerError> LayerKey::fromJSON(const JSONValue& json,
   }
   if (unknown > 0) key.extras = DocumentRules::unknownMembers(*object, keyMembers);
   if (captionJSON != nullptr && !captionJSON->isNull()) {
-    if (const std::string* text = captionJSON->asString()) {
+    if (const JSONString* text = captionJSON->asString()) {
       key.caption = DocumentRules::cleaned(*text, removed);
     } else {
       key.extras.set("caption", *captionJSON);

@@ -20,11 +20,11 @@ std::optional<AddedShortcut> AddedShortcut::fromJSON(const JSONValue& json) {
   if (!json.isObject()) return std::nullopt;
   JSONObjectReader reader("", json);
   const JSONValue* keysJSON = reader.lookUp("keys");
-  const std::string* keysText = keysJSON == nullptr ? nullptr : keysJSON->asString();
+  const JSONString* keysText = keysJSON == nullptr ? nullptr : keysJSON->asString();
   auto keys = keysText == nullptr ? std::nullopt : KeySpec::parse(*keysText);
   if (!keys) return std::nullopt;
   const JSONValue* nameJSON = reader.lookUp("name");
-  const std::string* name = nameJSON == nullptr ? nullptr : nameJSON->asString();
+  const JSONString* name = nameJSON == nullptr ? nullptr : nameJSON->asString();
   if (name == nullptr || DocumentRules::isBlank(*name)) return std::nullopt;
 
   AddedShortcut shortcut;
@@ -33,7 +33,7 @@ std::optional<AddedShortcut> AddedShortcut::fromJSON(const JSONValue& json) {
   // A group that is not a text is not kept: the shortcut's own group is
   // always written in its place.
   if (const JSONValue* group = reader.lookUp("group")) {
-    if (const std::string* text = group->asString()) {
+    if (const JSONString* text = group->asString()) {
       std::string cut = TextLimits::cut(*text, maxTextLength);
       if (!DocumentRules::isBlank(cut)) shortcut.group = std::move(cut);
     }

@@ -18,7 +18,7 @@ constexpr std::string_view addKey = "add";
 
 // The canonical text of a shortcut text, or nothing when it is none.
 std::optional<std::string> canonicalShortcut(const JSONValue& value) {
-  const std::string* text = value.asString();
+  const JSONString* text = value.asString();
   if (text == nullptr) return std::nullopt;
   auto steps = KeySpec::parse(*text);
   if (!steps) return std::nullopt;
@@ -42,7 +42,7 @@ void readRename(const JSONObject& members, SheetOverrides& overrides) {
   for (const auto& member : members) {
     const auto& [key, value] = member;
     auto shortcut = canonicalShortcut(JSONValue(key));
-    const std::string* label = value.asString();
+    const JSONString* label = value.asString();
     if (shortcut && label != nullptr) {
       overrides.renamed.insert_or_assign(std::move(*shortcut),
                                          TextLimits::cut(*label, SheetOverrides::maxTextLength));

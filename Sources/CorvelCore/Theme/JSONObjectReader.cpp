@@ -36,7 +36,7 @@ std::optional<JSONValue> JSONObjectReader::value(std::string_view key) {
 std::string JSONObjectReader::string(std::string_view key, std::string fallback) {
   const JSONValue* found = lookUp(key);
   if (found == nullptr) return fallback;
-  if (const std::string* text = found->asString()) return *text;
+  if (const JSONString* text = found->asString()) return std::string(*text);
   markUnread(key, *found, JSONValue(fallback));
   return fallback;
 }
@@ -46,7 +46,7 @@ std::optional<std::string> JSONObjectReader::optionalString(std::string_view key
   const JSONValue* found = lookUp(key);
   if (found == nullptr) return fallback;
   if (found->isNull()) return std::nullopt;
-  if (const std::string* text = found->asString()) return *text;
+  if (const JSONString* text = found->asString()) return std::string(*text);
   markUnread(key, *found, fallback ? JSONValue(*fallback) : JSONValue());
   return fallback;
 }

@@ -66,7 +66,7 @@ class JSONObjectReader {
   E choice(std::string_view key, E fallback, const Names& names) {
     const JSONValue* found = lookUp(key);
     if (found == nullptr) return fallback;
-    if (const std::string* text = found->asString()) {
+    if (const JSONString* text = found->asString()) {
       if (auto match = caseNamed<E>(names, *text)) return *match;
     }
     markUnread(key, *found, JSONValue(rawValue(names, fallback)));

@@ -269,7 +269,7 @@ std::expected<std::string, JSONError> JSONValue::encoded() const {
 }
 
 std::string JSONValue::compactText() const {
-  if (const std::string* text = asString()) return *text;
+  if (const JSONString* text = asString()) return std::string(*text);
   if (!isEncodable()) {
     std::string out;
     describe(out, *this);

@@ -153,7 +153,7 @@ std::size_t JSONValue::hash() const {
   std::size_t seed = storage_.index();
   switch (kind()) {
     case Kind::string:
-      return mix(seed, std::hash<std::string>{}(*asString()));
+      return mix(seed, std::hash<std::string_view>{}(*asString()));
     case Kind::number: {
       double number = std::get<double>(storage_);
       // 0 and -0 are equal, so they must hash alike.

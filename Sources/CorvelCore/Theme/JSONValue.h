@@ -22,6 +22,8 @@
 #include <variant>
 #include <vector>
 
+#include "CorvelCore/Theme/JSONString.h"
+
 namespace corvel {
 
 class JSONValue;
@@ -84,9 +86,9 @@ class JSONValue {
 
   JSONValue() : storage_(nullptr) {}
   JSONValue(std::nullptr_t) : storage_(nullptr) {}
-  JSONValue(std::string text) : storage_(std::move(text)) {}
-  JSONValue(std::string_view text) : storage_(std::string(text)) {}
-  JSONValue(const char* text) : storage_(std::string(text)) {}
+  JSONValue(std::string text) : storage_(std::in_place_type<JSONString>, std::move(text)) {}
+  JSONValue(std::string_view text) : storage_(std::in_place_type<JSONString>, text) {}
+  JSONValue(const char* text) : storage_(std::in_place_type<JSONString>, std::string_view(text)) {}
   JSONValue(double number) : storage_(number) {}
   JSONValue(int number) : storage_(static_cast<double>(number)) {}
   JSONValue(std::int64_t number) : storage_(static_cast<double>(number)) {}
@@ -99,7 +101,7 @@ class JSONValue {
   [[nodiscard]] bool isNull() const { return kind() == Kind::null; }
 
   // Typed access: nullptr (or nothing) when the value is of another case.
-  [[nodiscard]] const std::string* asString() const { return std::get_if<std::string>(&storage_); }
+  [[nodiscard]] const JSONString* asString() const { return std::get_if<JSONString>(&storage_); }
   [[nodiscard]] std::optional<double> asNumber() const;
   [[nodiscard]] std::optional<bool> asBool() const;
   [[nodiscard]] const JSONObject* asObject() const { return std::get_if<JSONObject>(&storage_); }
@@ -144,7 +146,7 @@ class JSONValue {
   }
 
  private:
-  std::variant<std::string, double, bool, JSONObject, JSONArray, std::nullptr_t> storage_;
+  std::variant<JSONString, double, bool, JSONObject, JSONArray, std::nullptr_t> storage_;
 };
 
 // A value the lenient reader could not use: what the file held, and what the

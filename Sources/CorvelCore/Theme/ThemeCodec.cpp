@@ -243,8 +243,8 @@ std::optional<std::string> readSound(JSONObjectReader& reader,
   const JSONValue* found = reader.lookUp("sound");
   if (found == nullptr) return fallback;
   if (found->isNull()) return std::nullopt;
-  const std::string* text = found->asString();
-  if (text != nullptr && SoundPackID::isKnown(*text)) return *text;
+  const JSONString* text = found->asString();
+  if (text != nullptr && SoundPackID::isKnown(*text)) return std::string(*text);
   reader.markUnread("sound", *found, fallback ? JSONValue(*fallback) : JSONValue());
   return fallback;
 }
@@ -282,7 +282,7 @@ std::expected<Theme, ThemeError> ThemeCodec::decode(std::string_view data) {
   theme.version = root.integer("version", Theme::currentVersion);
   if (theme.version < 1) return std::unexpected(ThemeError::unsupportedVersion(theme.version));
   if (const JSONValue* id = root.lookUp("id")) {
-    const std::string* text = id->asString();
+    const JSONString* text = id->asString();
     if (text != nullptr && ThemeLimits::isValidID(*text)) theme.id = *text;
   }
   theme.name = ThemeLimits::cleanName(root.string("name", ""), ThemeLimits::maxNameLength);

@@ -9,7 +9,7 @@ namespace corvel {
 namespace {
 
 std::expected<ThemeColor, ThemeError> parsedColor(const JSONValue& value, std::string field) {
-  if (const std::string* text = value.asString()) {
+  if (const JSONString* text = value.asString()) {
     if (auto parsed = ThemeColor::parse(*text)) return *parsed;
   }
   return std::unexpected(ThemeError::badColor(std::move(field), value.compactText()));
