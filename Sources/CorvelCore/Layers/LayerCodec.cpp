@@ -63,8 +63,10 @@ std::expected<LayerFile, LayerError> walkFile(const JSONWalk::Input& input, bool
   const bool isJSON = JSONWalk::rootObject(parser, input, [&](JSONWalk::Object members) {
     for (auto result : members) {
       JSONWalk::Field field;
-      std::string_view key;
-      if (!ok(std::move(result).get(field)) || !JSONWalk::key(field, key)) return false;
+      if (!ok(std::move(result).get(field))) return false;
+      const std::optional<std::string_view> read = JSONWalk::key(field);
+      if (!read) return false;
+      const std::string_view key = *read;
       Value value = field.value();
       if (key == layersKey) {
         Type type{};
@@ -131,7 +133,11 @@ bool look(Value value, int depth, Seen& seen) {
   seen = Seen{};
   seen.present = true;
   if (!JSONWalk::type(value, depth, seen.type)) return false;
-  if (seen.type == Type::string) return JSONWalk::string(value, seen.text);
+  if (seen.type == Type::string) {
+    const std::optional<std::string_view> text = JSONWalk::string(value);
+    seen.text = text.value_or(std::string_view());
+    return text.has_value();
+  }
   if (seen.type == Type::boolean) return ok(value.get_bool().get(seen.flag));
   return JSONWalk::check(value, depth);
 }
@@ -144,9 +150,9 @@ bool members(Value value, int depth, Member member) {
   if (!ok(value.get_object().get(object))) return false;
   for (auto result : object) {
     JSONWalk::Field field;
-    std::string_view key;
-    if (!ok(std::move(result).get(field)) || !JSONWalk::key(field, key)) return false;
-    if (!member(key, field.value(), depth + 1)) return false;
+    if (!ok(std::move(result).get(field))) return false;
+    const std::optional<std::string_view> key = JSONWalk::key(field);
+    if (!key || !member(*key, field.value(), depth + 1)) return false;
   }
   return true;
 }

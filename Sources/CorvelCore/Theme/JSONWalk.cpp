@@ -104,9 +104,9 @@ bool buildPlaced(JSONWalk::Value value, int depth, std::size_t slot, Place&& pla
       return ok(value.get_array().get(elements)) && buildArray(elements, depth, slot, place());
     }
     case JSONWalk::Type::string: {
-      std::string_view text;
-      if (!JSONWalk::string(value, text)) return false;
-      place(text);
+      const std::optional<std::string_view> text = JSONWalk::string(value);
+      if (!text) return false;
+      place(*text);
       return true;
     }
     case JSONWalk::Type::number: {
@@ -136,8 +136,10 @@ bool buildObject(JSONWalk::Object members, int depth, std::size_t slot, JSONValu
   filled.reserve(std::min(Hints::at(hints.members, depth, slot), kMostRoomGuessed));
   for (auto result : members) {
     JSONWalk::Field field;
-    std::string_view key;
-    if (!ok(std::move(result).get(field)) || !JSONWalk::key(field, key)) return false;
+    if (!ok(std::move(result).get(field))) return false;
+    const std::optional<std::string_view> read = JSONWalk::key(field);
+    if (!read) return false;
+    const std::string_view key = *read;
     // Each member is made in its place, which stays put while a container
     // is filled there: deeper containers fill vectors of their own.
     const auto place = [&filled, key](auto&&... arguments) -> JSONValue& {
@@ -209,31 +211,29 @@ bool JSONWalk::type(Value& value, int depth, Type& out) {
   return depth <= JSONValue::maxDepth && ok(value.type().get(out));
 }
 
-bool JSONWalk::string(Value value, std::string_view& out) {
+std::optional<std::string_view> JSONWalk::string(Value value) {
   // Every string of the document was found closed before the walk began:
   // without a backslash, the first quote after the opening one ends it.
   const std::string_view token = value.raw_json_token();
   if (!token.empty() && token.front() == '"') {
     const char* start = token.data() + 1;
     const char* end = quoteOrBackslash(start);
-    if (*end == '"') {
-      out = std::string_view(start, static_cast<std::size_t>(end - start));
-      return true;
-    }
+    if (*end == '"') return std::string_view(start, static_cast<std::size_t>(end - start));
   }
-  return ok(value.get_string().get(out));
+  std::string_view out;
+  if (!ok(value.get_string().get(out))) return std::nullopt;
+  return out;
 }
 
-bool JSONWalk::key(Field& field, std::string_view& out) {
+std::optional<std::string_view> JSONWalk::key(Field& field) {
   // Every string of the document was found closed before the walk began,
   // so the scan ends at the key's closing quote at the latest.
   const char* start = field.key().raw();
   const char* end = quoteOrBackslash(start);
-  if (*end == '"') {
-    out = std::string_view(start, static_cast<std::size_t>(end - start));
-    return true;
-  }
-  return ok(field.unescaped_key().get(out));
+  if (*end == '"') return std::string_view(start, static_cast<std::size_t>(end - start));
+  std::string_view out;
+  if (!ok(field.unescaped_key().get(out))) return std::nullopt;
+  return out;
 }
 
 bool JSONWalk::build(Value value, int depth, JSONValue& out) {
@@ -252,8 +252,7 @@ bool JSONWalk::check(Value value, int depth) {
       if (!ok(value.get_object().get(members))) return false;
       for (auto result : members) {
         Field field;
-        std::string_view key;
-        if (!ok(std::move(result).get(field)) || !JSONWalk::key(field, key)) return false;
+        if (!ok(std::move(result).get(field)) || !JSONWalk::key(field)) return false;
         if (!check(field.value(), depth + 1)) return false;
       }
       return true;
@@ -267,10 +266,8 @@ bool JSONWalk::check(Value value, int depth) {
       }
       return true;
     }
-    case Type::string: {
-      std::string_view text;
-      return string(value, text);
-    }
+    case Type::string:
+      return string(value).has_value();
     case Type::number: {
       double number = 0;
       return ok(value.get_double().get(number));

@@ -52,9 +52,9 @@ struct JSONWalk {
   // A string's text (for a string the bytes of the document itself when it
   // holds no escapes, else its unescaped text, which lasts as long as the
   // parser's current document).
-  [[nodiscard]] static bool string(Value value, std::string_view& out);
+  [[nodiscard]] static std::optional<std::string_view> string(Value value);
   // A member's key, as `string` gives a string's text.
-  [[nodiscard]] static bool key(Field& field, std::string_view& out);
+  [[nodiscard]] static std::optional<std::string_view> key(Field& field);
 
   // Parses `input` with `parser` and hands its root, when it is an object,
   // to `read` (as `bool read(Object members)`, which must visit every
