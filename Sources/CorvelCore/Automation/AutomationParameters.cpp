@@ -76,6 +76,15 @@ std::optional<double> finiteNumber(std::string_view text) {
   }
   const std::optional<bool> nonZero = decimalSyntax(text);
   if (!nonZero) return std::nullopt;
+  // A whole number of up to 15 digits (widths, offsets, most points) is
+  // exact in a double: read directly, it needs no rounding and no copy.
+  const std::string_view digits = text.starts_with('-') ? text.substr(1) : text;
+  if (!digits.empty() && digits.size() <= 15 &&
+      std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+    std::int64_t whole = 0;
+    for (char c : digits) whole = whole * 10 + (c - '0');
+    return text.starts_with('-') ? -static_cast<double>(whole) : static_cast<double>(whole);
+  }
   // strtod rounds exactly as std::from_chars does, which libc++ before 20
   // (what Xcode ships) lacks for double; the "C" locale keeps its decimal
   // point a ".", whatever the process's locale says.
@@ -208,14 +217,16 @@ std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
   }
 
   AutomationParameters parameters;
-  parameters.values_.reserve(std::min(known.size(), pairs.size()));
+  known = known.first(std::min(known.size(), maxKnown));
   if (takesKeys) parameters.keys_.reserve(std::min(pairs.size(), AutomationCommand::maxKeys));
   const std::uint64_t knownLengths = lengthsOf(known);
   for (const AutomationPairView* pair : sorted) {
     if (auto canonical = knownName(pair->first, known, knownLengths)) {
       // Parameters are looked up by name, so they are kept in the order read.
-      if (find(parameters.values_, *canonical)) return bad(*canonical);
-      parameters.values_.emplace_back(*canonical, pair->second);
+      const std::span<const Entry> values = parameters.values();
+      if (find(values, *canonical)) return bad(*canonical);
+      // Each known name is kept at most once, so they all have room.
+      parameters.values_[parameters.valueCount_++] = Entry(*canonical, pair->second);
       continue;
     }
     if (!takesKeys) continue;
@@ -231,7 +242,7 @@ std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
 }
 
 std::optional<std::string_view> AutomationParameters::raw(std::string_view parameter) const {
-  return find(values_, parameter);
+  return find(values(), parameter);
 }
 
 std::string AutomationParameters::oneLine(std::string_view text) {

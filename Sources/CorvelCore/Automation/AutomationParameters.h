@@ -5,6 +5,8 @@
 // parameter's canonical name when it is present but does not fit.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <optional>
@@ -34,15 +36,19 @@ class AutomationParameters {
   template <class T>
   using Read = std::expected<std::optional<T>, AutomationError>;
   // (name, value) entries, each name once; keys sorted by name, as they are
-  // read in that order. Commands carry few parameters, so a vector serves as
+  // read in that order. Commands carry few parameters, so an array serves as
   // the map. The values are the pairs' own texts: the pairs must outlive the
   // parameters.
-  using Entries = std::vector<std::pair<std::string_view, std::string_view>>;
+  using Entry = std::pair<std::string_view, std::string_view>;
   using KeyEntries = std::vector<std::pair<std::string, std::string_view>>;
 
+  // The most parameters a verb knows; their entries are kept inline.
+  static constexpr std::size_t maxKnown = 10;
+
   // Sorts the pairs by name (code-point order, stable) and keeps those named
-  // in `known` (compared ignoring case, stored under the spelling in `known`,
-  // whose texts must outlive the parameters too) and, when `takesKeys`,
+  // in `known` (compared ignoring case, stored under the spelling in
+  // `known`, whose texts must outlive the parameters too; names beyond the
+  // first `maxKnown` are never looked for) and, when `takesKeys`,
   // those named by a key (stored under its canonical name). A parameter or
   // key given twice is `badValue`; more than `AutomationCommand::maxKeys`
   // keys is `tooLarge`. Other pairs are ignored.
@@ -52,7 +58,9 @@ class AutomationParameters {
 
   // Known parameters by canonical name, with their values as given, in the
   // order the pairs sort in.
-  [[nodiscard]] const Entries& values() const { return values_; }
+  [[nodiscard]] std::span<const Entry> values() const {
+    return std::span(values_).first(valueCount_);
+  }
   // Key values by canonical key name, as given.
   [[nodiscard]] const KeyEntries& keys() const { return keys_; }
   // The value of a parameter as given, or nothing.
@@ -101,7 +109,8 @@ class AutomationParameters {
   [[nodiscard]] static std::optional<PositionRequest> point(std::string_view text);
 
  private:
-  Entries values_;
+  std::array<Entry, maxKnown> values_;
+  std::size_t valueCount_ = 0;
   KeyEntries keys_;
 };
 
