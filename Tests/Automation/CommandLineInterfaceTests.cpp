@@ -145,6 +145,7 @@ TEST(CommandLineInterfaceTest, ReadsCommandsIntoActions) {
       {{"themes", "list"}, CommandLineAction::ListThemes{false}},
       {{"theme", "--", "-dark"}, sent("quillon://theme?name=-dark")},
       {{"hide", "--fade-out-ms", "300"}, sent("quillon://hide?fadeOutMS=300")},
+      {{"toggle", "--screen", std::string("0\x02")}, sent("quillon://toggle?screen=0")},
       {{"layers", "store", "--name=Work", "--modifiers", "rcmd"},
        sent("quillon://layer/store?modifiers=rcmd&name=Work")},
       {{"show", "--position", "Bottom Right", "--width", "5000", "--text", "a=Hi & bye"},

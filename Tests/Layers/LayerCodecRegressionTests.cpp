@@ -60,22 +60,5 @@ TEST(LayerCodecRegressionTest, AFileReadWrittenAndReadAgainIsTheSameFile) {
   }
 }
 
-// The counts of what a reading removed are written only for a layer that
-// needs review; without review, the second reading finds nothing to count.
-TEST(LayerCodecRegressionTest, CountsOfOneReadingAreWrittenOnlyForReview) {
-  const auto file = LayerCodec::decodeFile(
-      fileOf(R"("name":"Wo\u0007rk","leftOutKeys":1,"removedCharacters":3)"));
-  ASSERT_TRUE(file.has_value());
-  ASSERT_EQ(file->layers.size(), 1u);
-  EXPECT_EQ(file->layers[0].removedCharacters, 4);
-  EXPECT_EQ(file->layers[0].leftOutKeys, 1);
-  const auto again = LayerCodec::decodeFile(LayerCodec::encode(*file));
-  ASSERT_TRUE(again.has_value());
-  ASSERT_EQ(again->layers.size(), 1u);
-  EXPECT_EQ(again->layers[0].name, "Work");
-  EXPECT_EQ(again->layers[0].removedCharacters, 0);
-  EXPECT_EQ(again->layers[0].leftOutKeys, 0);
-}
-
 }  // namespace
 }  // namespace corvel

@@ -33,14 +33,6 @@ TEST(ThemeColorTest, ParsesOnlyHashFollowedByThreeSixOrEightHexDigits) {
   }
 }
 
-TEST(ThemeColorTest, ParsedBytesAreDividedBy255) {
-  const auto color = ThemeColor::parse("#AABBCC80");
-  ASSERT_TRUE(color);
-  EXPECT_EQ(color->r, 0xAA / 255.0);
-  EXPECT_EQ(color->a, 128 / 255.0);
-  EXPECT_EQ(*color, ThemeColor::fromRGBA(0xAABBCC80));
-}
-
 TEST(ThemeColorTest, HexIsUpperCaseWithAlphaOnlyWhenNotFull) {
   struct Case {
     ThemeColor color;
