@@ -28,8 +28,11 @@ constexpr std::array<std::string_view, 3> selectorParameters{"modifiers", "app",
 constexpr std::array<std::string_view, 4> exportParameters{"what", "file", "name", "app"};
 constexpr std::array<std::string_view, 1> fileParameters{"file"};
 constexpr std::array<std::string_view, 1> clickParameters{"on"};
-static_assert(shownParameters.size() <= AutomationParameters::maxKnown &&
-              storeParameters.size() <= AutomationParameters::maxKnown);
+static_assert(std::max({shownParameters.size(), hideParameters.size(), nameParameters.size(),
+                        storeParameters.size(), selectorParameters.size(), exportParameters.size(),
+                        fileParameters.size(), clickParameters.size()}) <=
+                  AutomationParameters::maxKnown,
+              "a verb knows more parameters than AutomationParameters keeps");
 
 // A temporary layer's name is read like any name, then kept to a layer
 // name's length.

@@ -7,8 +7,9 @@
 // refused, and nothing may follow the document.
 //
 // Depths count as in JSONValue::decode: the root is at depth 1, its members
-// or elements at 2. Every function returns false for text that is not JSON
-// at that place; the walk then stops and the whole text is refused.
+// or elements at 2. Every function returns false (or nothing) for text that
+// is not JSON at that place; the walk then stops and the whole text is
+// refused.
 #pragma once
 
 #include <simdjson.h>
@@ -51,7 +52,8 @@ struct JSONWalk {
   [[nodiscard]] static bool type(Value& value, int depth, Type& out);
   // A string's text (for a string the bytes of the document itself when it
   // holds no escapes, else its unescaped text, which lasts as long as the
-  // parser's current document).
+  // parser's current document). Given back as a value, not through a
+  // reference, so that a caller's loop keeps it in registers.
   [[nodiscard]] static std::optional<std::string_view> string(Value value);
   // A member's key, as `string` gives a string's text.
   [[nodiscard]] static std::optional<std::string_view> key(Field& field);
