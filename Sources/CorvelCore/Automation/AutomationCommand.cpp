@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <cstdint>
 
 #include "CorvelCore/Automation/LinkCoding.h"
 #include "CorvelCore/Automation/TriggerText.h"
@@ -16,18 +18,58 @@ constexpr std::array<std::string_view, std::variant_size_v<AutomationCommand::Ca
     "show",       "hide",         "toggle", "profile", "theme",       "layer/show", "layer/store",
     "layer/edit", "layer/remove", "export", "import",  "clickToType", "layer/reset"};
 
+// Whether a whole number is shorter written with an exponent ("1e+05")
+// than plainly: its significant digits, a point when there are several,
+// and "e+" with two digits (the number is below 10^15).
+bool exponentIsShorter(std::uint64_t magnitude) {
+  int digits = 0;
+  int trailingZeros = 0;
+  for (std::uint64_t rest = magnitude; rest != 0; rest /= 10) {
+    trailingZeros = rest % 10 == 0 && trailingZeros == digits ? trailingZeros + 1 : trailingZeros;
+    ++digits;
+  }
+  const int significant = digits - trailingZeros;
+  return significant + (significant > 1 ? 1 : 0) + 4 < digits;
+}
+
+// Writes the number in its shortest form that reads back exactly, as
+// std::to_chars does, and returns where it ends. A whole number below 10^15
+// (a width, a point, a delay) is written as an integer, which costs far
+// less: its shortest digits are its own without trailing zeros, since its
+// neighbours lie less than 1 away, and its plain form is the shortest
+// unless the one with an exponent ("1e+05" for 100000) is shorter.
+char* writeNumber(char* out, char* end, double value) {
+  constexpr double wholeLimit = 1e15;
+  if (value != 0 && std::abs(value) < wholeLimit) {
+    const auto whole = static_cast<std::int64_t>(value);
+    if (static_cast<double>(whole) == value) {
+      const std::uint64_t magnitude = whole < 0 ? 0 - static_cast<std::uint64_t>(whole)
+                                                : static_cast<std::uint64_t>(whole);
+      // Below 100000 the plain form is never the longer.
+      constexpr std::uint64_t firstExponentWin = 100000;
+      if (magnitude < firstExponentWin || !exponentIsShorter(magnitude)) {
+        return std::to_chars(out, end, whole).ptr;
+      }
+    }
+  }
+  return std::to_chars(out, end, value).ptr;
+}
+
 // Writes the query of a link, or only counts its bytes, so that the parser
 // can check a command's size without building its link. Counting may also
 // take a quick upper bound, which looks at no byte of a text: a byte is
 // encoded in at most three, a number in at most as many as its longest form.
+// The link is written into room of that bound, so no byte is checked for
+// room as it goes.
 class QueryWriter {
  public:
   enum class Mode { write, count, bound };
 
-  QueryWriter(std::string* out, Mode mode) : out_(out), mode_(mode) {}
+  // Writing goes to `out`, which must have room for the bound of the same
+  // query; counting and bounding take no `out`.
+  explicit QueryWriter(Mode mode, char* out = nullptr) : mode_(mode), cursor_(out) {}
   QueryWriter(const QueryWriter&) = delete;
   QueryWriter& operator=(const QueryWriter&) = delete;
-  ~QueryWriter() { flush(); }
 
   void item(std::string_view name, std::string_view value) {
     start(name);
@@ -59,20 +101,23 @@ class QueryWriter {
   void number(std::string_view name, double value) {
     if (mode_ == Mode::bound) return boundItem(name, kLongestNumber);
     char buffer[kLongestNumber];
-    auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    item(name, std::string_view(buffer, static_cast<std::size_t>(result.ptr - buffer)));
+    const char* end = writeNumber(buffer, buffer + sizeof buffer, value);
+    item(name, std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
   }
 
   void point(std::string_view name, double x, double y) {
     if (mode_ == Mode::bound) return boundItem(name, 2 * kLongestNumber + 1);
     char buffer[2 * kLongestNumber + 1];
-    auto first = std::to_chars(buffer, buffer + kLongestNumber, x);
-    *first.ptr = ':';
-    auto second = std::to_chars(first.ptr + 1, buffer + sizeof buffer, y);
-    item(name, std::string_view(buffer, static_cast<std::size_t>(second.ptr - buffer)));
+    char* colon = writeNumber(buffer, buffer + kLongestNumber, x);
+    *colon = ':';
+    const char* end = writeNumber(colon + 1, buffer + sizeof buffer, y);
+    item(name, std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
   }
 
+  // What counting or bounding found.
   [[nodiscard]] std::size_t size() const { return size_; }
+  // Where the written query ends.
+  [[nodiscard]] char* end() const { return cursor_; }
 
  private:
   // The most characters an integer or a double is written with ("-" and 19
@@ -101,7 +146,7 @@ class QueryWriter {
   void piece(std::string_view text) {
     switch (mode_) {
       case Mode::write:
-        LinkCoding::encode(text, [this](char c) { put(c); });
+        cursor_ = LinkCoding::encode(text, cursor_);
         return;
       case Mode::count:
         size_ += LinkCoding::encodedSize(text);
@@ -112,16 +157,7 @@ class QueryWriter {
     }
   }
 
-  // Bytes gather here and go to the link a buffer at a time.
-  void put(char c) {
-    if (used_ == buffer_.size()) flush();
-    buffer_[used_++] = c;
-  }
-
-  void flush() {
-    if (used_ > 0) out_->append(buffer_.data(), used_);
-    used_ = 0;
-  }
+  void put(char c) { *cursor_++ = c; }
 
   // A bound on the encoded size of the written form, a text counted as if
   // it needed its "text:" prefix.
@@ -140,12 +176,10 @@ class QueryWriter {
     return 5 + encodedBound(both.symbol) + encodedBound(both.text);
   }
 
-  std::string* out_;
   Mode mode_;
+  char* cursor_;
   std::size_t size_ = 0;
   bool first_ = true;
-  std::array<char, 256> buffer_{};
-  std::size_t used_ = 0;
 };
 
 void writeOptions(QueryWriter& writer, const ShowOptions& options) {
@@ -250,24 +284,25 @@ void addApps(std::set<std::string>& apps, const KeyAssignments& keys) {
 
 // A shown command has a temporary layer exactly when it carries keys or a
 // fill, which is all a link can say about it.
-std::optional<TemporaryLayerSpec> shownLayer(const ShowOptions& options,
-                                             std::optional<TemporaryLayerSpec> layer) {
-  if (layer && layer->keys.empty() && !options.fill) return std::nullopt;
-  if (!layer && options.fill) return TemporaryLayerSpec{};
-  return layer;
+void settleShownLayer(const ShowOptions& options, std::optional<TemporaryLayerSpec>& layer) {
+  if (layer && layer->keys.empty() && !options.fill) {
+    layer.reset();
+  } else if (!layer && options.fill) {
+    layer.emplace();
+  }
 }
 
 }  // namespace
 
 AutomationCommand AutomationCommand::show(ShowOptions options,
                                           std::optional<TemporaryLayerSpec> layer) {
-  layer = shownLayer(options, std::move(layer));
+  settleShownLayer(options, layer);
   return AutomationCommand(Show{std::move(options), std::move(layer)});
 }
 
 AutomationCommand AutomationCommand::toggle(ShowOptions options,
                                             std::optional<TemporaryLayerSpec> layer) {
-  layer = shownLayer(options, std::move(layer));
+  settleShownLayer(options, layer);
   return AutomationCommand(Toggle{std::move(options), std::move(layer)});
 }
 
@@ -313,29 +348,32 @@ std::string AutomationCommand::tooManyAppsMessage() {
 }
 
 std::string AutomationCommand::link() const {
-  // Enough for a typical command, so the link is written in one pass
-  // without growing; a larger one grows as usual.
-  constexpr std::size_t typicalLinkBytes = 512;
+  // The bound costs one walk over the command without reading its texts;
+  // the link is then written once into room for it, and cut to its size.
+  QueryWriter bound(QueryWriter::Mode::bound);
+  writeQuery(bound, value_);
+  const std::string_view verb = this->verb();
   std::string out;
-  out.reserve(typicalLinkBytes);
-  out += Brand::linkScheme;
-  out += "://";
-  out += verb();
-  {
-    QueryWriter writer(&out, QueryWriter::Mode::write);
-    writeQuery(writer, value_);
-  }
+  out.resize_and_overwrite(
+      Brand::linkScheme.size() + 3 + verb.size() + bound.size(), [&](char* data, std::size_t) {
+        char* at = std::copy(Brand::linkScheme.begin(), Brand::linkScheme.end(), data);
+        at = std::copy_n("://", 3, at);
+        at = std::copy(verb.begin(), verb.end(), at);
+        QueryWriter writer(QueryWriter::Mode::write, at);
+        writeQuery(writer, value_);
+        return static_cast<std::size_t>(writer.end() - data);
+      });
   return out;
 }
 
 std::size_t AutomationCommand::linkSize() const {
-  QueryWriter writer(nullptr, QueryWriter::Mode::count);
+  QueryWriter writer(QueryWriter::Mode::count);
   writeQuery(writer, value_);
   return Brand::linkScheme.size() + 3 + verb().size() + writer.size();
 }
 
 bool AutomationCommand::fitsLink() const {
-  QueryWriter bound(nullptr, QueryWriter::Mode::bound);
+  QueryWriter bound(QueryWriter::Mode::bound);
   writeQuery(bound, value_);
   if (Brand::linkScheme.size() + 3 + verb().size() + bound.size() <= maxURLBytes) return true;
   return linkSize() <= maxURLBytes;

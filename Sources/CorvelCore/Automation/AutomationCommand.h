@@ -240,7 +240,9 @@ class AutomationCommand {
   friend bool operator==(const AutomationCommand&, const AutomationCommand&) = default;
 
  private:
-  explicit AutomationCommand(Case value) : value_(std::move(value)) {}
+  // Each case is made where it is kept, without a variant moved in between.
+  template <class Kind>
+  explicit AutomationCommand(Kind value) : value_(std::in_place_type<Kind>, std::move(value)) {}
 
   Case value_;
 };

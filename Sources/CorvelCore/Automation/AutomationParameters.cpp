@@ -121,34 +121,22 @@ bool nameBefore(std::string_view a, std::string_view b) {
   return a.size() < b.size();
 }
 
-// The entry's value, or nothing.
-template <class Entries>
-std::optional<std::string_view> find(const Entries& entries, std::string_view name) {
-  for (const auto& [entryName, value] : entries) {
-    if (sameName(entryName, name)) return value;
-  }
-  return std::nullopt;
+// A name's length as a bit, so that a set of lengths tells at once that a
+// name of another length is not among them; no bit for names of 64 bytes or
+// more, which are always compared.
+std::uint64_t lengthBit(std::string_view name) {
+  return name.size() < 64 ? std::uint64_t{1} << name.size() : 0;
 }
 
-// Adds the entry in name order; false when the name is already there.
-template <class Entries, class Name>
-bool insertSorted(Entries& entries, Name&& name, std::string_view value) {
-  const std::string_view wanted = name;
-  auto place = std::lower_bound(
-      entries.begin(), entries.end(), wanted,
-      [](const auto& entry, std::string_view sought) { return nameBefore(entry.first, sought); });
-  if (place != entries.end() && sameName(place->first, wanted)) return false;
-  entries.emplace(place, std::forward<Name>(name), value);
-  return true;
+bool mayHoldLength(std::uint64_t lengths, std::string_view name) {
+  return name.size() >= 64 || (lengths & lengthBit(name)) != 0;
 }
 
-// The lengths of the known names, as bits, so that a name of another
-// length (a key's, nearly always) is passed over without a comparison.
+// The lengths of the known names, so that a name of another length (a
+// key's, nearly always) is passed over without a comparison.
 std::uint64_t lengthsOf(std::span<const std::string_view> known) {
   std::uint64_t lengths = 0;
-  for (std::string_view candidate : known) {
-    lengths |= candidate.size() < 64 ? std::uint64_t{1} << candidate.size() : 0;
-  }
+  for (std::string_view candidate : known) lengths |= lengthBit(candidate);
   return lengths;
 }
 
@@ -156,24 +144,19 @@ std::uint64_t lengthsOf(std::span<const std::string_view> known) {
 std::optional<std::string_view> knownName(std::string_view name,
                                           std::span<const std::string_view> known,
                                           std::uint64_t knownLengths) {
-  const bool ascii = std::none_of(name.begin(), name.end(),
-                                  [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-  // Lowercasing leaves an ASCII name's length as it is.
-  if (ascii && (name.size() >= 64 || (knownLengths >> name.size() & 1) == 0)) return std::nullopt;
-  std::string lowered;
-  std::string_view compared = name;
-  // A non-ASCII name may lowercase to ASCII (the Kelvin sign is a "k").
-  if (!ascii) {
-    lowered = ParameterText::lowercased(name);
-    compared = lowered;
-  }
-  for (std::string_view candidate : known) {
-    if (compared.size() == candidate.size() &&
-        ParameterText::equalsIgnoringASCIICase(compared, candidate)) {
-      return candidate;
+  const auto lookUp = [&](std::string_view compared) -> std::optional<std::string_view> {
+    if (!mayHoldLength(knownLengths, compared)) return std::nullopt;
+    for (std::string_view candidate : known) {
+      if (ParameterText::equalsIgnoringASCIICase(compared, candidate)) return candidate;
     }
-  }
-  return std::nullopt;
+    return std::nullopt;
+  };
+  // The known names are ASCII, so only an ASCII name matches one as it is;
+  // any other may still lowercase to one (the Kelvin sign is a "k").
+  if (auto found = lookUp(name)) return found;
+  if (UTF8::isASCII(name)) return std::nullopt;
+  const std::string lowered = ParameterText::lowercased(name);
+  return lookUp(lowered);
 }
 
 std::string_view trimmedValue(std::string_view value) {
@@ -182,67 +165,71 @@ std::string_view trimmedValue(std::string_view value) {
 
 }  // namespace
 
+std::optional<AutomationError> AutomationParameters::take(const AutomationPairView& pair,
+                                                          std::span<const std::string_view> known,
+                                                          std::uint64_t knownLengths,
+                                                          bool takesKeys) {
+  if (auto canonical = knownName(pair.first, known, knownLengths)) {
+    if (raw(*canonical)) return AutomationError::badValue(std::string(*canonical));
+    // Each known name is kept at most once, so they all have room.
+    values_[valueCount_++] = Entry(*canonical, pair.second);
+    valueLengths_ |= lengthBit(*canonical);
+    return std::nullopt;
+  }
+  if (!takesKeys) return std::nullopt;
+  std::optional<std::string> key = KeyName::canonical(pair.first);
+  if (!key) return std::nullopt;
+  const auto place = std::lower_bound(
+      keys_.begin(), keys_.end(), *key,
+      [](const auto& entry, std::string_view sought) { return nameBefore(entry.first, sought); });
+  if (place != keys_.end() && sameName(place->first, *key)) {
+    return AutomationError::badValue(std::move(*key));
+  }
+  if (keys_.size() >= AutomationCommand::maxKeys) return AutomationError::tooLarge();
+  keys_.emplace(place, std::move(*key), pair.second);
+  return std::nullopt;
+}
+
 std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
     std::span<const AutomationPairView> pairs, std::span<const std::string_view> known,
     bool takesKeys) {
-  // UTF-8 byte order is code-point order; equal names keep their order.
-  // A command's few pairs are sorted in place by insertion, without the
-  // buffers a vector and a merge sort take.
-  constexpr std::size_t kFewPairs = 32;
-  // Only as many slots as there are pairs are filled and read.
-  std::array<const AutomationPairView*, kFewPairs> few;
-  std::vector<const AutomationPairView*> many;
-  std::span<const AutomationPairView*> sorted;
-  if (pairs.size() <= kFewPairs) {
-    sorted = std::span(few).first(pairs.size());
-  } else {
-    many.resize(pairs.size());
-    sorted = many;
-  }
-  for (std::size_t index = 0; index < pairs.size(); ++index) sorted[index] = &pairs[index];
-  const auto byName = [](const AutomationPairView* a, const AutomationPairView* b) {
-    return nameBefore(a->first, b->first);
-  };
-  if (pairs.size() <= kFewPairs) {
-    for (std::size_t index = 1; index < sorted.size(); ++index) {
-      const AutomationPairView* moving = sorted[index];
-      std::size_t place = index;
-      for (; place > 0 && byName(moving, sorted[place - 1]); --place) {
-        sorted[place] = sorted[place - 1];
-      }
-      sorted[place] = moving;
-    }
-  } else {
-    std::stable_sort(sorted.begin(), sorted.end(), byName);
-  }
-
-  AutomationParameters parameters;
   known = known.first(std::min(known.size(), maxKnown));
-  if (takesKeys) parameters.keys_.reserve(std::min(pairs.size(), AutomationCommand::maxKeys));
   const std::uint64_t knownLengths = lengthsOf(known);
+  AutomationParameters parameters;
+  if (takesKeys) parameters.keys_.reserve(std::min(pairs.size(), AutomationCommand::maxKeys));
+  // Whether the pairs hold a fault does not depend on their order, so they
+  // are taken as given; only which fault is the error does, and for that
+  // they are taken again in name order.
+  const bool faulty = std::any_of(pairs.begin(), pairs.end(), [&](const AutomationPairView& pair) {
+    return parameters.take(pair, known, knownLengths, takesKeys).has_value();
+  });
+  if (!faulty) return parameters;
+
+  // UTF-8 byte order is code-point order; equal names keep their order.
+  std::vector<const AutomationPairView*> sorted(pairs.size());
+  for (std::size_t index = 0; index < pairs.size(); ++index) sorted[index] = &pairs[index];
+  std::stable_sort(sorted.begin(), sorted.end(),
+                   [](const AutomationPairView* a, const AutomationPairView* b) {
+                     return nameBefore(a->first, b->first);
+                   });
+  parameters.valueCount_ = 0;
+  parameters.valueLengths_ = 0;
+  parameters.keys_.clear();
   for (const AutomationPairView* pair : sorted) {
-    if (auto canonical = knownName(pair->first, known, knownLengths)) {
-      // Parameters are looked up by name, so they are kept in the order read.
-      const std::span<const Entry> values = parameters.values();
-      if (find(values, *canonical)) return bad(*canonical);
-      // Each known name is kept at most once, so they all have room.
-      parameters.values_[parameters.valueCount_++] = Entry(*canonical, pair->second);
-      continue;
+    if (auto fault = parameters.take(*pair, known, knownLengths, takesKeys)) {
+      return std::unexpected(std::move(*fault));
     }
-    if (!takesKeys) continue;
-    std::optional<std::string> key = KeyName::canonical(pair->first);
-    if (!key) continue;
-    if (find(parameters.keys_, *key)) return bad(*key);
-    if (parameters.keys_.size() >= AutomationCommand::maxKeys) {
-      return std::unexpected(AutomationError::tooLarge());
-    }
-    insertSorted(parameters.keys_, std::move(*key), pair->second);
   }
   return parameters;
 }
 
 std::optional<std::string_view> AutomationParameters::raw(std::string_view parameter) const {
-  return find(values(), parameter);
+  // Most parameters a reader asks for were not given.
+  if (!mayHoldLength(valueLengths_, parameter)) return std::nullopt;
+  for (const auto& [name, value] : values()) {
+    if (sameName(name, parameter)) return value;
+  }
+  return std::nullopt;
 }
 
 std::string AutomationParameters::oneLine(std::string_view text) {

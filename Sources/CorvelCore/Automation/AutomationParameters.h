@@ -45,24 +45,19 @@ class AutomationParameters {
   // The most parameters a verb knows; their entries are kept inline.
   static constexpr std::size_t maxKnown = 10;
 
-  // Sorts the pairs by name (code-point order, stable) and keeps those named
-  // in `known` (compared ignoring case, stored under the spelling in
-  // `known`, whose texts must outlive the parameters too; names beyond the
-  // first `maxKnown` are never looked for) and, when `takesKeys`,
-  // those named by a key (stored under its canonical name). A parameter or
-  // key given twice is `badValue`; more than `AutomationCommand::maxKeys`
-  // keys is `tooLarge`. Other pairs are ignored.
+  // Keeps the pairs named in `known` (compared ignoring case, stored under
+  // the spelling in `known`, whose texts must outlive the parameters too;
+  // names beyond the first `maxKnown` are never looked for) and, when
+  // `takesKeys`, those named by a key (stored under its canonical name). A
+  // parameter or key given twice is `badValue`; more than
+  // `AutomationCommand::maxKeys` keys is `tooLarge`. Of several such faults
+  // the one met first with the pairs sorted by name (code-point order,
+  // stable) is the error, whatever order they came in. Other pairs are
+  // ignored.
   [[nodiscard]] static std::expected<AutomationParameters, AutomationError> make(
       std::span<const AutomationPairView> pairs, std::span<const std::string_view> known,
       bool takesKeys);
 
-  // Known parameters by canonical name, with their values as given, in the
-  // order the pairs sort in.
-  [[nodiscard]] std::span<const Entry> values() const {
-    return std::span(values_).first(valueCount_);
-  }
-  // Key values by canonical key name, as given.
-  [[nodiscard]] const KeyEntries& keys() const { return keys_; }
   // The value of a parameter as given, or nothing.
   [[nodiscard]] std::optional<std::string_view> raw(std::string_view parameter) const;
 
@@ -109,8 +104,19 @@ class AutomationParameters {
   [[nodiscard]] static std::optional<PositionRequest> point(std::string_view text);
 
  private:
+  // Keeps the pair if `make` would; the fault otherwise.
+  [[nodiscard]] std::optional<AutomationError> take(const AutomationPairView& pair,
+                                                    std::span<const std::string_view> known,
+                                                    std::uint64_t knownLengths, bool takesKeys);
+  // Known parameters by canonical name, with their values as given.
+  [[nodiscard]] std::span<const Entry> values() const {
+    return std::span(values_).first(valueCount_);
+  }
+
   std::array<Entry, maxKnown> values_;
   std::size_t valueCount_ = 0;
+  // The lengths of the names in `values_`, one bit each (below 64).
+  std::uint64_t valueLengths_ = 0;
   KeyEntries keys_;
 };
 

@@ -243,10 +243,16 @@ Result parseValid(std::string_view verb, std::span<const AutomationPairView> pai
   while (verb.starts_with('/')) verb.remove_prefix(1);
   while (verb.ends_with('/')) verb.remove_suffix(1);
 
-  std::string lowered = ParameterText::lowercased(verb);
-  std::string_view wanted = lowered;
+  // Verbs and short verbs are ASCII and compared ignoring its case; a
+  // verb in any other text is lowercased first, as it may lowercase to one.
+  std::string lowered;
+  std::string_view wanted = verb;
+  if (!UTF8::isASCII(verb)) {
+    lowered = ParameterText::lowercased(verb);
+    wanted = lowered;
+  }
   for (const auto& shortVerb : AutomationCommand::shortVerbs) {
-    if (lowered == shortVerb.word) wanted = shortVerb.verb;
+    if (ParameterText::equalsIgnoringASCIICase(wanted, shortVerb.word)) wanted = shortVerb.verb;
   }
   auto rule = std::find_if(verbRules.begin(), verbRules.end(), [&](const VerbRule& candidate) {
     return ParameterText::equalsIgnoringASCIICase(wanted, candidate.verb);
@@ -285,8 +291,14 @@ Result AutomationParser::parse(std::string_view link) {
       !ParameterText::equalsIgnoringASCIICase(components.scheme, Brand::linkScheme)) {
     return std::unexpected(AutomationError::unknownVerb(""));
   }
-  std::string verb(components.host);
-  verb += components.path;
+  // The verb is the host and the path together; without a path it is the
+  // host as it stands.
+  std::string joined;
+  std::string_view verb = components.host;
+  if (!components.path.empty()) {
+    joined.append(components.host).append(components.path);
+    verb = joined;
+  }
   return parseValid(verb, components.items, AutomationSource::url);
 }
 

@@ -73,6 +73,13 @@ bool readsAsItself(std::string_view text) {
   return read && *read == text;
 }
 
+// A text assignment of the value's words, or nothing.
+std::optional<KeyAssignment> textAssignment(std::string_view value) {
+  auto text = words(value);
+  if (!text) return std::nullopt;
+  return std::optional<KeyAssignment>(std::in_place, KeyAssignment::Text{std::move(*text)});
+}
+
 std::optional<KeyAssignment> symbolAndText(std::string_view rest) {
   const std::size_t bar = rest.find('|');
   if (bar == std::string_view::npos) return std::nullopt;
@@ -80,7 +87,8 @@ std::optional<KeyAssignment> symbolAndText(std::string_view rest) {
   if (!LayerNames::isSymbolName(symbol)) return std::nullopt;
   auto text = words(rest.substr(bar + 1));
   if (!text) return std::nullopt;
-  return KeyAssignment::symbolText(std::string(symbol), std::move(*text));
+  return std::optional<KeyAssignment>(
+      std::in_place, KeyAssignment::SymbolText{std::string(symbol), std::move(*text)});
 }
 
 }  // namespace
@@ -108,25 +116,19 @@ std::optional<KeyAssignment> KeyAssignment::parse(std::string_view value) {
   if (colon < value.size() && colon <= kLongestPrefix) {
     const std::string_view prefix = value.substr(0, colon);
     const std::string_view rest = value.substr(colon + 1);
-    if (prefix == "text") {
-      auto text = words(rest);
-      if (!text) return std::nullopt;
-      return KeyAssignment::text(std::move(*text));
-    }
+    if (prefix == "text") return textAssignment(rest);
     if (prefix == "s" || prefix == "symbol") {
       if (std::find(rest.begin(), rest.end(), '|') != rest.end()) return symbolAndText(rest);
       if (!LayerNames::isSymbolName(rest)) return std::nullopt;
-      return KeyAssignment::symbol(std::string(rest));
+      return std::optional<KeyAssignment>(std::in_place, Symbol{std::string(rest)});
     }
     if (prefix == "symtext") return symbolAndText(rest);
   }
   if (const auto bundleID = appPart(value)) {
     if (!LayerNames::isBundleID(*bundleID)) return std::nullopt;
-    return KeyAssignment::app(std::string(*bundleID));
+    return std::optional<KeyAssignment>(std::in_place, App{std::string(*bundleID)});
   }
-  auto text = words(value);
-  if (!text) return std::nullopt;
-  return KeyAssignment::text(std::move(*text));
+  return textAssignment(value);
 }
 
 std::optional<std::string_view> KeyAssignment::appPart(std::string_view value) {

@@ -35,7 +35,15 @@ class KeyAssignment {
   // Longest text of a key, in characters.
   static constexpr std::int64_t maxTextLength = 120;
 
-  // The helpers take their values as given; `parse` is the checked way in.
+  // The helpers and the constructors take their values as given; `parse`
+  // is the checked way in. The constructors make each case where it is
+  // kept, without a variant moved in between.
+  explicit KeyAssignment(Text value) : value_(std::in_place_type<Text>, std::move(value)) {}
+  explicit KeyAssignment(Symbol value) : value_(std::in_place_type<Symbol>, std::move(value)) {}
+  explicit KeyAssignment(App value) : value_(std::in_place_type<App>, std::move(value)) {}
+  explicit KeyAssignment(SymbolText value)
+      : value_(std::in_place_type<SymbolText>, std::move(value)) {}
+
   static KeyAssignment text(std::string text);
   static KeyAssignment symbol(std::string symbol);
   static KeyAssignment app(std::string bundleID);
@@ -76,13 +84,6 @@ class KeyAssignment {
   friend bool operator==(const KeyAssignment&, const KeyAssignment&) = default;
 
  private:
-  // Each case is made where it is kept, without a variant moved in between.
-  explicit KeyAssignment(Text value) : value_(std::in_place_type<Text>, std::move(value)) {}
-  explicit KeyAssignment(Symbol value) : value_(std::in_place_type<Symbol>, std::move(value)) {}
-  explicit KeyAssignment(App value) : value_(std::in_place_type<App>, std::move(value)) {}
-  explicit KeyAssignment(SymbolText value)
-      : value_(std::in_place_type<SymbolText>, std::move(value)) {}
-
   Value value_;
 };
 

@@ -26,11 +26,13 @@ class KeyNameMap {
     for (const Entry& entry : entries) add(entry.first, entry.second);
   }
 
-  // Adds the entry; false (and nothing changed) when the name is there already.
-  bool add(std::string name, Value value) {
+  // Adds the entry; false (and nothing changed) when the name is there
+  // already. The value is made in its place from what is given.
+  template <class Given>
+  bool add(std::string name, Given&& value) {
     const auto place = lowerBound(name);
     if (place != entries_.end() && place->first == name) return false;
-    entries_.emplace(place, std::move(name), std::move(value));
+    entries_.emplace(place, std::move(name), std::forward<Given>(value));
     return true;
   }
 

@@ -28,21 +28,29 @@ bool LinkCoding::isPlain(std::string_view text) {
 }
 
 bool LinkCoding::decode(std::string_view text, std::string& out) {
+  // Decoding never lengthens a text: it is written into room of the text's
+  // size, then cut to what it decoded to.
   const std::size_t start = out.size();
-  out.reserve(start + text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '%') {
-      out.push_back(text[i]);
-      continue;
+  bool wellFormed = true;
+  out.resize_and_overwrite(start + text.size(), [&](char* data, std::size_t) {
+    char* at = data + start;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      if (text[i] != '%') {
+        *at++ = text[i];
+        continue;
+      }
+      const int high = text.size() - i < 3 ? -1 : hexValue(text[i + 1]);
+      const int low = high < 0 ? -1 : hexValue(text[i + 2]);
+      if (low < 0) {
+        wellFormed = false;
+        break;
+      }
+      *at++ = static_cast<char>(high * 16 + low);
+      i += 2;
     }
-    if (text.size() - i < 3) return false;
-    int high = hexValue(text[i + 1]);
-    int low = hexValue(text[i + 2]);
-    if (high < 0 || low < 0) return false;
-    out.push_back(static_cast<char>(high * 16 + low));
-    i += 2;
-  }
-  return UTF8::isValid(std::string_view(out).substr(start));
+    return static_cast<std::size_t>(at - data);
+  });
+  return wellFormed && UTF8::isValid(std::string_view(out).substr(start));
 }
 
 }  // namespace corvel

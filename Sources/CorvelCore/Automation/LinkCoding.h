@@ -4,28 +4,49 @@
 // is written "%" and two upper-case hexadecimal digits.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 
 namespace corvel {
 
 struct LinkCoding {
-  // Hands the encoded bytes of the text to `put` (as `void put(char)`) one
-  // at a time, for writers that keep their own buffer.
-  template <class Put>
-  static void encode(std::string_view text, Put&& put) {
-    for (char c : text) {
+  // Writes the encoded text at `out`, which must have room for it (three
+  // bytes for each of the text's always do), and returns where it ends.
+  static char* encode(std::string_view text, char* out) {
+    const char* in = text.data();
+    const char* const end = in + text.size();
+    const auto encodeByte = [&out](char c) {
       const auto byte = static_cast<unsigned char>(c);
       if (unreservedTable[byte]) {
-        put(c);
+        *out++ = c;
       } else {
-        put('%');
-        put(hexDigits[byte >> 4]);
-        put(hexDigits[byte & 0x0F]);
+        out[0] = '%';
+        out[1] = hexDigits[byte >> 4];
+        out[2] = hexDigits[byte & 0x0F];
+        out += 3;
+      }
+    };
+    // Nearly every byte stands as it is: eight are looked up together and,
+    // when all of them do, copied as one.
+    constexpr std::ptrdiff_t chunk = 8;
+    for (; end - in >= chunk; in += chunk) {
+      bool plain = true;
+      for (std::ptrdiff_t index = 0; index < chunk; ++index) {
+        plain &= unreservedTable[static_cast<unsigned char>(in[index])];
+      }
+      if (plain) {
+        std::memcpy(out, in, chunk);
+        out += chunk;
+      } else {
+        std::for_each(in, in + chunk, encodeByte);
       }
     }
+    std::for_each(in, end, encodeByte);
+    return out;
   }
   // The number of bytes the text encodes to.
   [[nodiscard]] static std::size_t encodedSize(std::string_view text);

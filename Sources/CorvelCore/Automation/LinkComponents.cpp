@@ -1,6 +1,9 @@
 #include "CorvelCore/Automation/LinkComponents.h"
 
-#include <array>
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 
 #include "CorvelCore/Automation/LinkCoding.h"
 
@@ -14,23 +17,38 @@ bool isSchemeCharacter(char c) {
   return isLetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
 }
 
-// What a byte of a query means while it is split into items.
-enum class ByteRole : unsigned char {
-  plain,    // part of a name or value that decodes to itself
-  escaped,  // "%" or a byte of a non-ASCII character: the part must be decoded
-  nameEnd,  // "=", which ends an item's name (the first one does)
-  itemEnd,  // "&"
-};
-
-constexpr std::array<ByteRole, 256> queryRoles = [] {
-  std::array<ByteRole, 256> roles{};
-  for (std::size_t byte = 0; byte < roles.size(); ++byte) {
-    roles[byte] = byte >= 0x80 || byte == '%' ? ByteRole::escaped : ByteRole::plain;
+// Calls `visit` with the index of each byte of the query that is "&", "=",
+// "%" or part of a non-ASCII character, in order. Those are the only bytes
+// splitting looks at, so they are found eight at a time: a word's byte is
+// zero where it equals the byte sought, and the bit trick below marks
+// exactly those bytes with their high bit, without any carry between them.
+template <class Visit>
+void forEachMarkedByte(std::string_view query, Visit&& visit) {
+  constexpr std::uint64_t ones = 0x0101010101010101;
+  constexpr std::uint64_t lows = 0x7F7F7F7F7F7F7F7F;
+  constexpr std::uint64_t highs = 0x8080808080808080;
+  const auto zeroBytes = [](std::uint64_t word) {
+    return ~(((word & lows) + lows) | word) & highs;
+  };
+  for (std::size_t base = 0; base < query.size(); base += 8) {
+    // The first byte in the lowest bits, whatever the machine's byte order;
+    // past the end the word holds zeros, which are none of the bytes sought.
+    std::uint64_t word = 0;
+    const std::size_t count = std::min<std::size_t>(8, query.size() - base);
+    if (count == 8 && std::endian::native == std::endian::little) {
+      std::memcpy(&word, query.data() + base, 8);
+    } else {
+      for (std::size_t index = 0; index < count; ++index) {
+        word |= std::uint64_t{static_cast<unsigned char>(query[base + index])} << (8 * index);
+      }
+    }
+    std::uint64_t marked = (word & highs) | zeroBytes(word ^ (ones * '&')) |
+                           zeroBytes(word ^ (ones * '=')) | zeroBytes(word ^ (ones * '%'));
+    for (; marked != 0; marked &= marked - 1) {
+      visit(base + static_cast<std::size_t>(std::countr_zero(marked) / 8));
+    }
   }
-  roles['='] = ByteRole::nameEnd;
-  roles['&'] = ByteRole::itemEnd;
-  return roles;
-}();
+}
 
 }  // namespace
 
@@ -78,44 +96,44 @@ bool LinkComponents::split(std::string_view link, Views& parts, std::string& dec
   parts.path = part(rest);
 
   // "?" alone carries no items; otherwise every "&" starts one, empty or
-  // not, and its first "=" ends its name. The query is walked once, each
-  // byte looked up for what it means here.
+  // not, and its first "=" ends its name. A part must be decoded when it
+  // holds a "%" or a byte of a non-ASCII character.
   if (hasQuery && !query.empty()) {
     std::size_t start = 0;
     std::size_t equals = std::string_view::npos;
     bool nameEscaped = false;
     bool escaped = false;
-    for (std::size_t index = 0;; ++index) {
-      const ByteRole role = index < query.size()
-                                ? queryRoles[static_cast<unsigned char>(query[index])]
-                                : ByteRole::itemEnd;
-      if (role == ByteRole::plain) continue;
-      if (role == ByteRole::escaped) {
-        escaped = true;
-        continue;
-      }
-      if (role == ByteRole::nameEnd) {
-        if (equals == std::string_view::npos) {
-          equals = index;
-          nameEscaped = escaped;
-          escaped = false;
-        }
-        continue;
-      }
+    const auto endItem = [&](std::size_t end) {
       const bool hasValue = equals != std::string_view::npos;
-      const std::string_view name = query.substr(start, (hasValue ? equals : index) - start);
+      const std::string_view name = query.substr(start, (hasValue ? equals : end) - start);
       const std::string_view value =
-          hasValue ? query.substr(equals + 1, index - equals - 1) : std::string_view();
+          hasValue ? query.substr(equals + 1, end - equals - 1) : std::string_view();
       const bool decodeName = hasValue ? nameEscaped : escaped;
-      const bool decodeValue = hasValue && escaped;
       const std::string_view readName = decodeName ? decodedPart(name) : name;
-      parts.items.emplace_back(readName, decodeValue ? decodedPart(value) : value);
-      if (index == query.size() || broken) break;
-      start = index + 1;
+      parts.items.emplace_back(readName, hasValue && escaped ? decodedPart(value) : value);
+      start = end + 1;
       equals = std::string_view::npos;
       nameEscaped = false;
       escaped = false;
-    }
+    };
+    forEachMarkedByte(query, [&](std::size_t index) {
+      switch (query[index]) {
+        case '&':
+          endItem(index);
+          return;
+        case '=':
+          if (equals == std::string_view::npos) {
+            equals = index;
+            nameEscaped = escaped;
+            escaped = false;
+          }
+          return;
+        default:
+          escaped = true;
+          return;
+      }
+    });
+    endItem(query.size());
   }
   return !broken;
 }

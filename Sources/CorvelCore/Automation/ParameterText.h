@@ -24,7 +24,8 @@ struct ParameterText {
   [[nodiscard]] static bool equalsIgnoringASCIICase(std::string_view a, std::string_view b) {
     if (a.size() != b.size()) return false;
     for (std::size_t i = 0; i < a.size(); ++i) {
-      if (lowerASCII(a[i]) != lowerASCII(b[i])) return false;
+      // Bytes mostly match as they are; only those that do not are lowered.
+      if (a[i] != b[i] && lowerASCII(a[i]) != lowerASCII(b[i])) return false;
     }
     return true;
   }

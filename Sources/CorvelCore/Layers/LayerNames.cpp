@@ -2,6 +2,9 @@
 
 #include <unicode/uchar.h>
 
+#include <algorithm>
+#include <array>
+
 #include "CorvelCore/TextLimits/UTF8.h"
 
 namespace corvel {
@@ -13,21 +16,45 @@ bool isLetterOrDigit(char32_t c) {
 
 bool isMark(char32_t c) { return (U_GET_GC_MASK(static_cast<UChar32>(c)) & U_GC_M_MASK) != 0; }
 
+// What each ASCII byte may be in the names, so that a byte costs one lookup.
+enum AsciiClass : unsigned char {
+  letterOrDigit = 1,  // ASCII's letters and digits are its only ones
+  separator = 2,      // "-", "_" and "." between a bundle identifier's words
+  inSymbolName = 4,   // lower-case letters, digits and "."
+};
+
+constexpr std::array<unsigned char, 128> asciiClasses = [] {
+  std::array<unsigned char, 128> classes{};
+  for (char c = 'a'; c <= 'z'; ++c)
+    classes[static_cast<std::size_t>(c)] = letterOrDigit | inSymbolName;
+  for (char c = 'A'; c <= 'Z'; ++c) classes[static_cast<std::size_t>(c)] = letterOrDigit;
+  for (char c = '0'; c <= '9'; ++c)
+    classes[static_cast<std::size_t>(c)] = letterOrDigit | inSymbolName;
+  classes['-'] = separator;
+  classes['_'] = separator;
+  classes['.'] = separator | inSymbolName;
+  return classes;
+}();
+
 }  // namespace
 
 bool LayerNames::isBundleID(std::string_view text) {
   if (text.empty() || text.size() > maxBundleIDBytes) return false;
-  if (text.front() == '.') return false;
+  // No ".." anywhere.
+  if (text.front() == '.' || text.find("..") != std::string_view::npos) return false;
+  // ASCII's letters and digits are its only ones, and it has no marks.
+  const auto isAllowedASCII = [](unsigned char byte) {
+    return byte < 0x80 && (asciiClasses[byte] & (letterOrDigit | separator)) != 0;
+  };
+  if (std::all_of(text.begin(), text.end(),
+                  [&](char c) { return isAllowedASCII(static_cast<unsigned char>(c)); })) {
+    return true;
+  }
   bool afterLetter = false;
   for (std::size_t offset = 0; offset < text.size();) {
-    // ASCII's letters and digits are its only ones, and it has no marks.
     if (const auto byte = static_cast<unsigned char>(text[offset]); byte < 0x80) {
-      const bool letterOrDigit = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-                                 (byte >= '0' && byte <= '9');
-      if (!letterOrDigit && byte != '-' && byte != '_' && byte != '.') return false;
-      // No ".." anywhere.
-      if (byte == '.' && offset > 0 && text[offset - 1] == '.') return false;
-      afterLetter = letterOrDigit;
+      if (!isAllowedASCII(byte)) return false;
+      afterLetter = (asciiClasses[byte] & letterOrDigit) != 0;
       ++offset;
       continue;
     }
@@ -52,11 +79,10 @@ bool LayerNames::isBundleID(std::string_view text) {
 bool LayerNames::isSymbolName(std::string_view text) {
   if (text.empty() || text.size() > maxSymbolNameBytes) return false;
   if (text.front() == '.' || text.back() == '.') return false;
-  for (char c : text) {
-    const bool allowed = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '.';
-    if (!allowed) return false;
-  }
-  return true;
+  return std::all_of(text.begin(), text.end(), [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte < 0x80 && (asciiClasses[byte] & inSymbolName) != 0;
+  });
 }
 
 }  // namespace corvel
