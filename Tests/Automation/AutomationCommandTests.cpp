@@ -77,9 +77,9 @@ TEST(AutomationCommandTest, BuildsLinks) {
 // which take a shorter way, on both sides of where the form with an
 // exponent becomes the shorter one, and at the edges of that way.
 TEST(AutomationCommandTest, WritesNumbersInTheirShortestForm) {
-  for (double value : {1.0, -7.0, 900.0, 10000.0, 100000.0, -100000.0, 1200000.0, 12000000.0,
-                       -120000000.0, 100000000000001.0, 999999999999999.0, 1e15, 1e20, 0.0,
-                       -0.0, 0.5, -12.25, 1e-7}) {
+  for (double value :
+       {1.0, -7.0, 900.0, 10000.0, 100000.0, -100000.0, 1200000.0, 12000000.0, -120000000.0,
+        100000000000001.0, 999999999999999.0, 1e15, 1e20, 0.0, -0.0, 0.5, -12.25, 1e-7}) {
     SCOPED_TRACE(value);
     char buffer[32];
     std::string text(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);

@@ -43,8 +43,8 @@ char* writeNumber(char* out, char* end, double value) {
   if (value != 0 && std::abs(value) < wholeLimit) {
     const auto whole = static_cast<std::int64_t>(value);
     if (static_cast<double>(whole) == value) {
-      const std::uint64_t magnitude = whole < 0 ? 0 - static_cast<std::uint64_t>(whole)
-                                                : static_cast<std::uint64_t>(whole);
+      const std::uint64_t magnitude =
+          whole < 0 ? 0 - static_cast<std::uint64_t>(whole) : static_cast<std::uint64_t>(whole);
       // Below 100000 the plain form is never the longer.
       constexpr std::uint64_t firstExponentWin = 100000;
       if (magnitude < firstExponentWin || !exponentIsShorter(magnitude)) {
