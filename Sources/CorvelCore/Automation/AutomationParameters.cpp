@@ -121,32 +121,18 @@ bool nameBefore(std::string_view a, std::string_view b) {
   return a.size() < b.size();
 }
 
-// A name's length as a bit, so that a set of lengths tells at once that a
-// name of another length is not among them; no bit for names of 64 bytes or
-// more, which are always compared.
-std::uint64_t lengthBit(std::string_view name) {
-  return name.size() < 64 ? std::uint64_t{1} << name.size() : 0;
-}
-
+// Whether a set of lengths, as bits, may hold the name's: names of 64
+// bytes or more have no bit and are always compared.
 bool mayHoldLength(std::uint64_t lengths, std::string_view name) {
-  return name.size() >= 64 || (lengths & lengthBit(name)) != 0;
-}
-
-// The lengths of the known names, so that a name of another length (a
-// key's, nearly always) is passed over without a comparison.
-std::uint64_t lengthsOf(std::span<const std::string_view> known) {
-  std::uint64_t lengths = 0;
-  for (std::string_view candidate : known) lengths |= lengthBit(candidate);
-  return lengths;
+  return name.size() >= 64 || (lengths & AutomationParameters::lengthBit(name)) != 0;
 }
 
 // The spelling in `known` of the name, compared without regard to case.
 std::optional<std::string_view> knownName(std::string_view name,
-                                          std::span<const std::string_view> known,
-                                          std::uint64_t knownLengths) {
+                                          const AutomationParameters::KnownNames& known) {
   const auto lookUp = [&](std::string_view compared) -> std::optional<std::string_view> {
-    if (!mayHoldLength(knownLengths, compared)) return std::nullopt;
-    for (std::string_view candidate : known) {
+    if (!mayHoldLength(known.lengths, compared)) return std::nullopt;
+    for (std::string_view candidate : known.names) {
       if (ParameterText::equalsIgnoringASCIICase(compared, candidate)) return candidate;
     }
     return std::nullopt;
@@ -154,7 +140,10 @@ std::optional<std::string_view> knownName(std::string_view name,
   // The known names are ASCII, so only an ASCII name matches one as it is;
   // any other may still lowercase to one (the Kelvin sign is a "k").
   if (auto found = lookUp(name)) return found;
-  if (UTF8::isASCII(name)) return std::nullopt;
+  if (std::all_of(name.begin(), name.end(),
+                  [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+    return std::nullopt;
+  }
   const std::string lowered = ParameterText::lowercased(name);
   return lookUp(lowered);
 }
@@ -165,45 +154,44 @@ std::string_view trimmedValue(std::string_view value) {
 
 }  // namespace
 
-std::optional<AutomationError> AutomationParameters::take(const AutomationPairView& pair,
-                                                          std::span<const std::string_view> known,
-                                                          std::uint64_t knownLengths,
-                                                          bool takesKeys) {
-  if (auto canonical = knownName(pair.first, known, knownLengths)) {
-    if (raw(*canonical)) return AutomationError::badValue(std::string(*canonical));
+bool AutomationParameters::take(const AutomationPairView& pair, const KnownNames& known,
+                                bool takesKeys, std::optional<AutomationError>* fault) {
+  const auto refuse = [fault](AutomationError error) {
+    if (fault != nullptr) *fault = std::move(error);
+    return false;
+  };
+  if (auto canonical = knownName(pair.first, known)) {
+    if (raw(*canonical)) return refuse(AutomationError::badValue(std::string(*canonical)));
     // Each known name is kept at most once, so they all have room.
     values_[valueCount_++] = Entry(*canonical, pair.second);
     valueLengths_ |= lengthBit(*canonical);
-    return std::nullopt;
+    return true;
   }
-  if (!takesKeys) return std::nullopt;
+  if (!takesKeys) return true;
   std::optional<std::string> key = KeyName::canonical(pair.first);
-  if (!key) return std::nullopt;
+  if (!key) return true;
   const auto place = std::lower_bound(
       keys_.begin(), keys_.end(), *key,
       [](const auto& entry, std::string_view sought) { return nameBefore(entry.first, sought); });
   if (place != keys_.end() && sameName(place->first, *key)) {
-    return AutomationError::badValue(std::move(*key));
+    return refuse(AutomationError::badValue(std::move(*key)));
   }
-  if (keys_.size() >= AutomationCommand::maxKeys) return AutomationError::tooLarge();
+  if (keys_.size() >= AutomationCommand::maxKeys) return refuse(AutomationError::tooLarge());
   keys_.emplace(place, std::move(*key), pair.second);
-  return std::nullopt;
+  return true;
 }
 
 std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
-    std::span<const AutomationPairView> pairs, std::span<const std::string_view> known,
-    bool takesKeys) {
-  known = known.first(std::min(known.size(), maxKnown));
-  const std::uint64_t knownLengths = lengthsOf(known);
+    std::span<const AutomationPairView> pairs, const KnownNames& known, bool takesKeys) {
   AutomationParameters parameters;
   if (takesKeys) parameters.keys_.reserve(std::min(pairs.size(), AutomationCommand::maxKeys));
   // Whether the pairs hold a fault does not depend on their order, so they
   // are taken as given; only which fault is the error does, and for that
   // they are taken again in name order.
-  const bool faulty = std::any_of(pairs.begin(), pairs.end(), [&](const AutomationPairView& pair) {
-    return parameters.take(pair, known, knownLengths, takesKeys).has_value();
+  const bool clean = std::all_of(pairs.begin(), pairs.end(), [&](const AutomationPairView& pair) {
+    return parameters.take(pair, known, takesKeys, nullptr);
   });
-  if (!faulty) return parameters;
+  if (clean) return parameters;
 
   // UTF-8 byte order is code-point order; equal names keep their order.
   std::vector<const AutomationPairView*> sorted(pairs.size());
@@ -215,8 +203,9 @@ std::expected<AutomationParameters, AutomationError> AutomationParameters::make(
   parameters.valueCount_ = 0;
   parameters.valueLengths_ = 0;
   parameters.keys_.clear();
+  std::optional<AutomationError> fault;
   for (const AutomationPairView* pair : sorted) {
-    if (auto fault = parameters.take(*pair, known, knownLengths, takesKeys)) {
+    if (!parameters.take(*pair, known, takesKeys, &fault) && fault) {
       return std::unexpected(std::move(*fault));
     }
   }

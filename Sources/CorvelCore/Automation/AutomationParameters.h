@@ -45,9 +45,26 @@ class AutomationParameters {
   // The most parameters a verb knows; their entries are kept inline.
   static constexpr std::size_t maxKnown = 10;
 
+  // The names of the parameters a verb knows, with their lengths as bits
+  // (below 64): a name of another length, a key's nearly always, is passed
+  // over without a comparison. Made once for each verb, as a constant, from
+  // an array that outlives it.
+  struct KnownNames {
+    template <std::size_t count>
+    constexpr KnownNames(const std::array<std::string_view, count>& all) : names(all) {
+      static_assert(count <= maxKnown, "a verb knows more parameters than the entries kept");
+      for (std::string_view name : names) lengths |= lengthBit(name);
+    }
+    std::span<const std::string_view> names;
+    std::uint64_t lengths = 0;
+  };
+  // A name's length as a bit; none for 64 bytes or more.
+  [[nodiscard]] static constexpr std::uint64_t lengthBit(std::string_view name) {
+    return name.size() < 64 ? std::uint64_t{1} << name.size() : 0;
+  }
+
   // Keeps the pairs named in `known` (compared ignoring case, stored under
-  // the spelling in `known`, whose texts must outlive the parameters too;
-  // names beyond the first `maxKnown` are never looked for) and, when
+  // the spelling in `known`, whose texts must outlive the parameters too) and, when
   // `takesKeys`, those named by a key (stored under its canonical name). A
   // parameter or key given twice is `badValue`; more than
   // `AutomationCommand::maxKeys` keys is `tooLarge`. Of several such faults
@@ -55,8 +72,7 @@ class AutomationParameters {
   // stable) is the error, whatever order they came in. Other pairs are
   // ignored.
   [[nodiscard]] static std::expected<AutomationParameters, AutomationError> make(
-      std::span<const AutomationPairView> pairs, std::span<const std::string_view> known,
-      bool takesKeys);
+      std::span<const AutomationPairView> pairs, const KnownNames& known, bool takesKeys);
 
   // The value of a parameter as given, or nothing.
   [[nodiscard]] std::optional<std::string_view> raw(std::string_view parameter) const;
@@ -104,10 +120,10 @@ class AutomationParameters {
   [[nodiscard]] static std::optional<PositionRequest> point(std::string_view text);
 
  private:
-  // Keeps the pair if `make` would; the fault otherwise.
-  [[nodiscard]] std::optional<AutomationError> take(const AutomationPairView& pair,
-                                                    std::span<const std::string_view> known,
-                                                    std::uint64_t knownLengths, bool takesKeys);
+  // Keeps the pair if `make` would and says so; otherwise leaves the fault
+  // in `fault` when it is given.
+  [[nodiscard]] bool take(const AutomationPairView& pair, const KnownNames& known, bool takesKeys,
+                          std::optional<AutomationError>* fault);
   // Known parameters by canonical name, with their values as given.
   [[nodiscard]] std::span<const Entry> values() const {
     return std::span(values_).first(valueCount_);

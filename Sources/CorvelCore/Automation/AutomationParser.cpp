@@ -28,11 +28,7 @@ constexpr std::array<std::string_view, 3> selectorParameters{"modifiers", "app",
 constexpr std::array<std::string_view, 4> exportParameters{"what", "file", "name", "app"};
 constexpr std::array<std::string_view, 1> fileParameters{"file"};
 constexpr std::array<std::string_view, 1> clickParameters{"on"};
-static_assert(std::max({shownParameters.size(), hideParameters.size(), nameParameters.size(),
-                        storeParameters.size(), selectorParameters.size(), exportParameters.size(),
-                        fileParameters.size(), clickParameters.size()}) <=
-                  AutomationParameters::maxKnown,
-              "a verb knows more parameters than AutomationParameters keeps");
+constexpr std::array<std::string_view, 0> noParameters{};
 
 // A temporary layer's name is read like any name, then kept to a layer
 // name's length.
@@ -195,20 +191,20 @@ Result buildClickToType(const AutomationParameters& parameters) {
 // its command is built. A verb with `readsPairs` false ignores every pair.
 struct VerbRule {
   std::string_view verb;
-  std::span<const std::string_view> known;
+  AutomationParameters::KnownNames known;
   bool takesKeys;
   bool readsPairs;
   Build build;
 };
 
-const std::array<VerbRule, AutomationCommand::verbs.size()> verbRules{{
+constexpr std::array<VerbRule, AutomationCommand::verbs.size()> verbRules{{
     {"show", shownParameters, true, true, buildShow},
     {"hide", hideParameters, false, true, buildHide},
     {"toggle", shownParameters, true, true, buildToggle},
     {"profile", nameParameters, false, true, buildProfile},
     {"theme", nameParameters, false, true, buildTheme},
     {"layer/show", shownParameters, true, true, buildLayerShow},
-    {"layer/reset", {}, false, false, buildLayerReset},
+    {"layer/reset", noParameters, false, false, buildLayerReset},
     {"layer/store", storeParameters, true, true, buildLayerStore},
     {"layer/edit", selectorParameters, true, true, buildLayerEdit},
     {"layer/remove", selectorParameters, false, true, buildLayerRemove},

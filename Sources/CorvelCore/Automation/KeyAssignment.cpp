@@ -80,8 +80,8 @@ std::optional<KeyAssignment> textAssignment(std::string_view value) {
   return std::optional<KeyAssignment>(std::in_place, KeyAssignment::Text{std::move(*text)});
 }
 
-std::optional<KeyAssignment> symbolAndText(std::string_view rest) {
-  const std::size_t bar = rest.find('|');
+// A symbol and a text written with a "|" between them, at `bar`.
+std::optional<KeyAssignment> symbolAndText(std::string_view rest, std::size_t bar) {
   if (bar == std::string_view::npos) return std::nullopt;
   const std::string_view symbol = rest.substr(0, bar);
   if (!LayerNames::isSymbolName(symbol)) return std::nullopt;
@@ -118,15 +118,18 @@ std::optional<KeyAssignment> KeyAssignment::parse(std::string_view value) {
     const std::string_view rest = value.substr(colon + 1);
     if (prefix == "text") return textAssignment(rest);
     if (prefix == "s" || prefix == "symbol") {
-      if (std::find(rest.begin(), rest.end(), '|') != rest.end()) return symbolAndText(rest);
+      if (const std::size_t bar = rest.find('|'); bar != std::string_view::npos) {
+        return symbolAndText(rest, bar);
+      }
       if (!LayerNames::isSymbolName(rest)) return std::nullopt;
       return std::optional<KeyAssignment>(std::in_place, Symbol{std::string(rest)});
     }
-    if (prefix == "symtext") return symbolAndText(rest);
-  }
-  if (const auto bundleID = appPart(value)) {
-    if (!LayerNames::isBundleID(*bundleID)) return std::nullopt;
-    return std::optional<KeyAssignment>(std::in_place, App{std::string(*bundleID)});
+    if (prefix == "symtext") return symbolAndText(rest, rest.find('|'));
+    // The first ":" is this one, so the value names an app as `appPart` says.
+    if (prefix == "a" || prefix == "app") {
+      if (!LayerNames::isBundleID(rest)) return std::nullopt;
+      return std::optional<KeyAssignment>(std::in_place, App{std::string(rest)});
+    }
   }
   return textAssignment(value);
 }

@@ -52,9 +52,11 @@ bool ParameterText::isLineBreak(char32_t scalar) {
          scalar == 0x2029;
 }
 
-std::string_view ParameterText::trimBlanks(std::string_view text) { return trimmed(text, isBlank); }
+std::string_view ParameterText::trimmedBlanks(std::string_view text) {
+  return trimmed(text, isBlank);
+}
 
-std::string_view ParameterText::trimBlanksAndLineBreaks(std::string_view text) {
+std::string_view ParameterText::trimmedBlanksAndLineBreaks(std::string_view text) {
   return trimmed(text, [](char32_t scalar) { return isBlank(scalar) || isLineBreak(scalar); });
 }
 
