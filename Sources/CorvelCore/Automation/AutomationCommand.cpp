@@ -60,14 +60,16 @@ char* writeNumber(char* out, char* end, double value) {
 // take a quick upper bound, which looks at no byte of a text: a byte is
 // encoded in at most three, a number in at most as many as its longest form.
 // The link is written into room of that bound, so no byte is checked for
-// room as it goes.
+// room as it goes. The mode is part of the type, so that each mode's walk
+// over a command does only its own work.
+enum class QueryMode { write, count, bound };
+
+template <QueryMode mode>
 class QueryWriter {
  public:
-  enum class Mode { write, count, bound };
-
   // Writing goes to `out`, which must have room for the bound of the same
   // query; counting and bounding take no `out`.
-  explicit QueryWriter(Mode mode, char* out = nullptr) : mode_(mode), cursor_(out) {}
+  explicit QueryWriter(char* out = nullptr) : cursor_(out) {}
   QueryWriter(const QueryWriter&) = delete;
   QueryWriter& operator=(const QueryWriter&) = delete;
 
@@ -77,7 +79,7 @@ class QueryWriter {
   }
 
   void assignment(std::string_view key, const KeyAssignment& assignment) {
-    if (mode_ == Mode::bound) {
+    if constexpr (mode == QueryMode::bound) {
       size_ += 2 + encodedBound(key) + writtenSizeBound(assignment);
       first_ = false;
       return;
@@ -91,7 +93,7 @@ class QueryWriter {
   }
 
   void integer(std::string_view name, std::int64_t value) {
-    if (mode_ == Mode::bound) return boundItem(name, kLongestInteger);
+    if constexpr (mode == QueryMode::bound) return boundItem(name, kLongestInteger);
     char buffer[kLongestInteger];
     auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
     item(name, std::string_view(buffer, static_cast<std::size_t>(result.ptr - buffer)));
@@ -99,14 +101,14 @@ class QueryWriter {
 
   // Numbers are written in their shortest form that reads back exactly.
   void number(std::string_view name, double value) {
-    if (mode_ == Mode::bound) return boundItem(name, kLongestNumber);
+    if constexpr (mode == QueryMode::bound) return boundItem(name, kLongestNumber);
     char buffer[kLongestNumber];
     const char* end = writeNumber(buffer, buffer + sizeof buffer, value);
     item(name, std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
   }
 
   void point(std::string_view name, double x, double y) {
-    if (mode_ == Mode::bound) return boundItem(name, 2 * kLongestNumber + 1);
+    if constexpr (mode == QueryMode::bound) return boundItem(name, 2 * kLongestNumber + 1);
     char buffer[2 * kLongestNumber + 1];
     char* colon = writeNumber(buffer, buffer + kLongestNumber, x);
     *colon = ':';
@@ -136,24 +138,24 @@ class QueryWriter {
 
   // An item's "?" or "&", its encoded name and "=".
   void start(std::string_view name) {
-    if (mode_ == Mode::write) put(first_ ? '?' : '&');
-    size_ += mode_ == Mode::write ? 0 : 2;
-    piece(name);
-    if (mode_ == Mode::write) put('=');
+    if constexpr (mode == QueryMode::write) {
+      put(first_ ? '?' : '&');
+      piece(name);
+      put('=');
+    } else {
+      size_ += 2;
+      piece(name);
+    }
     first_ = false;
   }
 
   void piece(std::string_view text) {
-    switch (mode_) {
-      case Mode::write:
-        cursor_ = LinkCoding::encode(text, cursor_);
-        return;
-      case Mode::count:
-        size_ += LinkCoding::encodedSize(text);
-        return;
-      case Mode::bound:
-        size_ += encodedBound(text);
-        return;
+    if constexpr (mode == QueryMode::write) {
+      cursor_ = LinkCoding::encode(text, cursor_);
+    } else if constexpr (mode == QueryMode::count) {
+      size_ += LinkCoding::encodedSize(text);
+    } else {
+      size_ += encodedBound(text);
     }
   }
 
@@ -176,13 +178,13 @@ class QueryWriter {
     return 5 + encodedBound(both.symbol) + encodedBound(both.text);
   }
 
-  Mode mode_;
   char* cursor_;
   std::size_t size_ = 0;
   bool first_ = true;
 };
 
-void writeOptions(QueryWriter& writer, const ShowOptions& options) {
+template <class Writer>
+void writeOptions(Writer& writer, const ShowOptions& options) {
   if (options.position) {
     if (const auto* named = options.position->as<PositionRequest::Named>()) {
       writer.item("position", rawValue(named->position));
@@ -204,27 +206,31 @@ void writeOptions(QueryWriter& writer, const ShowOptions& options) {
   if (options.fadeOutMS) writer.integer("fadeOutMS", *options.fadeOutMS);
 }
 
-void writeOptional(QueryWriter& writer, std::string_view name,
-                   const std::optional<std::string>& value) {
+template <class Writer>
+void writeOptional(Writer& writer, std::string_view name, const std::optional<std::string>& value) {
   if (value) writer.item(name, *value);
 }
 
-void writeKeys(QueryWriter& writer, const KeyAssignments& keys) {
+template <class Writer>
+void writeKeys(Writer& writer, const KeyAssignments& keys) {
   for (const auto& [key, assignment] : keys) writer.assignment(key, assignment);
 }
 
-void writeLayer(QueryWriter& writer, const TemporaryLayerSpec& layer) {
+template <class Writer>
+void writeLayer(Writer& writer, const TemporaryLayerSpec& layer) {
   writeOptional(writer, "name", layer.name);
   writeKeys(writer, layer.keys);
 }
 
-void writeSelector(QueryWriter& writer, const LayerSelector& selector) {
+template <class Writer>
+void writeSelector(Writer& writer, const LayerSelector& selector) {
   if (selector.trigger) writer.item("modifiers", TriggerText::format(*selector.trigger));
   writeOptional(writer, "app", selector.appScope);
   writeOptional(writer, "name", selector.name);
 }
 
-void writeQuery(QueryWriter& writer, const AutomationCommand::Case& value) {
+template <class Writer>
+void writeQuery(Writer& writer, const AutomationCommand::Case& value) {
   using Command = AutomationCommand;
   if (const auto* show = std::get_if<Command::Show>(&value)) {
     writeOptions(writer, show->options);
@@ -350,7 +356,7 @@ std::string AutomationCommand::tooManyAppsMessage() {
 std::string AutomationCommand::link() const {
   // The bound costs one walk over the command without reading its texts;
   // the link is then written once into room for it, and cut to its size.
-  QueryWriter bound(QueryWriter::Mode::bound);
+  QueryWriter<QueryMode::bound> bound;
   writeQuery(bound, value_);
   const std::string_view verb = this->verb();
   std::string out;
@@ -359,7 +365,7 @@ std::string AutomationCommand::link() const {
         char* at = std::copy(Brand::linkScheme.begin(), Brand::linkScheme.end(), data);
         at = std::copy_n("://", 3, at);
         at = std::copy(verb.begin(), verb.end(), at);
-        QueryWriter writer(QueryWriter::Mode::write, at);
+        QueryWriter<QueryMode::write> writer(at);
         writeQuery(writer, value_);
         return static_cast<std::size_t>(writer.end() - data);
       });
@@ -367,13 +373,13 @@ std::string AutomationCommand::link() const {
 }
 
 std::size_t AutomationCommand::linkSize() const {
-  QueryWriter writer(QueryWriter::Mode::count);
+  QueryWriter<QueryMode::count> writer;
   writeQuery(writer, value_);
   return Brand::linkScheme.size() + 3 + verb().size() + writer.size();
 }
 
 bool AutomationCommand::fitsLink() const {
-  QueryWriter bound(QueryWriter::Mode::bound);
+  QueryWriter<QueryMode::bound> bound;
   writeQuery(bound, value_);
   if (Brand::linkScheme.size() + 3 + verb().size() + bound.size() <= maxURLBytes) return true;
   return linkSize() <= maxURLBytes;

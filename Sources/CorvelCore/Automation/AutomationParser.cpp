@@ -45,48 +45,45 @@ std::expected<std::optional<std::string>, AutomationError> layerName(
   return std::string(ParameterText::trimBlanks(TextLimits::cut(**name, TextLimits::layerName)));
 }
 
+// What the verbs that show the board read. The layer is there from the
+// start: `AutomationCommand::show` and `toggle` drop it when it carries
+// neither keys nor a fill.
 struct Shown {
   ShowOptions options;
-  TemporaryLayerSpec layer;
+  std::optional<TemporaryLayerSpec> layer{std::in_place};
 };
 
-std::expected<Shown, AutomationError> readShown(const AutomationParameters& parameters) {
-  Shown shown;
+// Reads the options, the layer's name and its keys into `shown`; the error
+// when one does not fit.
+std::optional<AutomationError> readShown(const AutomationParameters& parameters, Shown& shown) {
   auto options = ShowOptions::read(parameters);
-  if (!options) return std::unexpected(options.error());
+  if (!options) return options.error();
   shown.options = std::move(*options);
   auto name = layerName(parameters);
-  if (!name) return std::unexpected(name.error());
-  shown.layer.name = std::move(*name);
+  if (!name) return name.error();
+  shown.layer->name = std::move(*name);
   auto keys = parameters.assignments();
-  if (!keys) return std::unexpected(keys.error());
-  shown.layer.keys = std::move(*keys);
-  return shown;
-}
-
-std::optional<TemporaryLayerSpec> shownLayer(Shown& shown) {
-  if (shown.layer.keys.empty() && !shown.options.fill) return std::nullopt;
-  return std::move(shown.layer);
+  if (!keys) return keys.error();
+  shown.layer->keys = std::move(*keys);
+  return std::nullopt;
 }
 
 Result buildShow(const AutomationParameters& parameters) {
-  auto shown = readShown(parameters);
-  if (!shown) return std::unexpected(shown.error());
-  auto layer = shownLayer(*shown);
-  return AutomationCommand::show(std::move(shown->options), std::move(layer));
+  Shown shown;
+  if (auto error = readShown(parameters, shown)) return std::unexpected(std::move(*error));
+  return AutomationCommand::show(std::move(shown.options), std::move(shown.layer));
 }
 
 Result buildToggle(const AutomationParameters& parameters) {
-  auto shown = readShown(parameters);
-  if (!shown) return std::unexpected(shown.error());
-  auto layer = shownLayer(*shown);
-  return AutomationCommand::toggle(std::move(shown->options), std::move(layer));
+  Shown shown;
+  if (auto error = readShown(parameters, shown)) return std::unexpected(std::move(*error));
+  return AutomationCommand::toggle(std::move(shown.options), std::move(shown.layer));
 }
 
 Result buildLayerShow(const AutomationParameters& parameters) {
-  auto shown = readShown(parameters);
-  if (!shown) return std::unexpected(shown.error());
-  return AutomationCommand::layerShow(std::move(shown->layer), std::move(shown->options));
+  Shown shown;
+  if (auto error = readShown(parameters, shown)) return std::unexpected(std::move(*error));
+  return AutomationCommand::layerShow(std::move(*shown.layer), std::move(shown.options));
 }
 
 Result buildHide(const AutomationParameters& parameters) {
