@@ -34,20 +34,21 @@ bool LinkCoding::decode(std::string_view text, std::string& out) {
   bool wellFormed = true;
   out.resize_and_overwrite(start + text.size(), [&](char* data, std::size_t) {
     char* at = data + start;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      if (text[i] != '%') {
-        *at++ = text[i];
-        continue;
-      }
-      const int high = text.size() - i < 3 ? -1 : hexValue(text[i + 1]);
-      const int low = high < 0 ? -1 : hexValue(text[i + 2]);
+    // The runs between escapes are copied whole.
+    std::string_view rest = text;
+    for (std::size_t escape = rest.find('%'); escape != std::string_view::npos;
+         escape = rest.find('%')) {
+      at = std::copy_n(rest.data(), escape, at);
+      const int high = rest.size() - escape < 3 ? -1 : hexValue(rest[escape + 1]);
+      const int low = high < 0 ? -1 : hexValue(rest[escape + 2]);
       if (low < 0) {
         wellFormed = false;
-        break;
+        return static_cast<std::size_t>(at - data);
       }
       *at++ = static_cast<char>(high * 16 + low);
-      i += 2;
+      rest.remove_prefix(escape + 3);
     }
+    at = std::copy(rest.begin(), rest.end(), at);
     return static_cast<std::size_t>(at - data);
   });
   return wellFormed && UTF8::isValid(std::string_view(out).substr(start));

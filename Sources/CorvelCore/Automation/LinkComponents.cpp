@@ -1,11 +1,9 @@
 #include "CorvelCore/Automation/LinkComponents.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstdint>
-#include <cstring>
 
 #include "CorvelCore/Automation/LinkCoding.h"
+#include "CorvelCore/TextLimits/UTF8.h"
 
 namespace corvel {
 
@@ -15,39 +13,6 @@ bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 
 bool isSchemeCharacter(char c) {
   return isLetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
-}
-
-// Calls `visit` with the index of each byte of the query that is "&", "=",
-// "%" or part of a non-ASCII character, in order. Those are the only bytes
-// splitting looks at, so they are found eight at a time: a word's byte is
-// zero where it equals the byte sought, and the bit trick below marks
-// exactly those bytes with their high bit, without any carry between them.
-template <class Visit>
-void forEachMarkedByte(std::string_view query, Visit&& visit) {
-  constexpr std::uint64_t ones = 0x0101010101010101;
-  constexpr std::uint64_t lows = 0x7F7F7F7F7F7F7F7F;
-  constexpr std::uint64_t highs = 0x8080808080808080;
-  const auto zeroBytes = [](std::uint64_t word) {
-    return ~(((word & lows) + lows) | word) & highs;
-  };
-  for (std::size_t base = 0; base < query.size(); base += 8) {
-    // The first byte in the lowest bits, whatever the machine's byte order;
-    // past the end the word holds zeros, which are none of the bytes sought.
-    std::uint64_t word = 0;
-    const std::size_t count = std::min<std::size_t>(8, query.size() - base);
-    if (count == 8 && std::endian::native == std::endian::little) {
-      std::memcpy(&word, query.data() + base, 8);
-    } else {
-      for (std::size_t index = 0; index < count; ++index) {
-        word |= std::uint64_t{static_cast<unsigned char>(query[base + index])} << (8 * index);
-      }
-    }
-    std::uint64_t marked = (word & highs) | zeroBytes(word ^ (ones * '&')) |
-                           zeroBytes(word ^ (ones * '=')) | zeroBytes(word ^ (ones * '%'));
-    for (; marked != 0; marked &= marked - 1) {
-      visit(base + static_cast<std::size_t>(std::countr_zero(marked) / 8));
-    }
-  }
 }
 
 }  // namespace
@@ -97,43 +62,26 @@ bool LinkComponents::split(std::string_view link, Views& parts, std::string& dec
 
   // "?" alone carries no items; otherwise every "&" starts one, empty or
   // not, and its first "=" ends its name. A part must be decoded when it
-  // holds a "%" or a byte of a non-ASCII character.
+  // holds a "%" or a byte of a non-ASCII character. In ASCII, as nearly
+  // every query is, only the "%" is looked for, and memchr finds each of
+  // these bytes faster than a look at every byte in turn.
   if (hasQuery && !query.empty()) {
-    std::size_t start = 0;
-    std::size_t equals = std::string_view::npos;
-    bool nameEscaped = false;
-    bool escaped = false;
-    const auto endItem = [&](std::size_t end) {
-      const bool hasValue = equals != std::string_view::npos;
-      const std::string_view name = query.substr(start, (hasValue ? equals : end) - start);
-      const std::string_view value =
-          hasValue ? query.substr(equals + 1, end - equals - 1) : std::string_view();
-      const bool decodeName = hasValue ? nameEscaped : escaped;
-      const std::string_view readName = decodeName ? decodedPart(name) : name;
-      parts.items.emplace_back(readName, hasValue && escaped ? decodedPart(value) : value);
-      start = end + 1;
-      equals = std::string_view::npos;
-      nameEscaped = false;
-      escaped = false;
+    const bool ascii = UTF8::isASCII(query);
+    const auto read = [&](std::string_view text) {
+      const bool plain =
+          ascii ? text.find('%') == std::string_view::npos : LinkCoding::isPlain(text);
+      return plain ? text : decodedPart(text);
     };
-    forEachMarkedByte(query, [&](std::size_t index) {
-      switch (query[index]) {
-        case '&':
-          endItem(index);
-          return;
-        case '=':
-          if (equals == std::string_view::npos) {
-            equals = index;
-            nameEscaped = escaped;
-            escaped = false;
-          }
-          return;
-        default:
-          escaped = true;
-          return;
-      }
-    });
-    endItem(query.size());
+    for (std::size_t start = 0; start <= query.size() && !broken;) {
+      const std::size_t end = std::min(query.find('&', start), query.size());
+      const std::string_view item = query.substr(start, end - start);
+      const std::size_t equals = item.find('=');
+      const std::string_view name = read(item.substr(0, equals));
+      const std::string_view value =
+          equals == std::string_view::npos ? std::string_view() : read(item.substr(equals + 1));
+      parts.items.emplace_back(name, value);
+      start = end + 1;
+    }
   }
   return !broken;
 }
