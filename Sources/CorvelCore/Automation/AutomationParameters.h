@@ -64,9 +64,9 @@ class AutomationParameters {
   }
 
   // Keeps the pairs named in `known` (compared ignoring case, stored under
-  // the spelling in `known`, whose texts must outlive the parameters too) and, when
-  // `takesKeys`, those named by a key (stored under its canonical name). A
-  // parameter or key given twice is `badValue`; more than
+  // the spelling in `known`, whose texts must outlive the parameters too)
+  // and, when `takesKeys`, those named by a key (stored under its canonical
+  // name). A parameter or key given twice is `badValue`; more than
   // `AutomationCommand::maxKeys` keys is `tooLarge`. Of several such faults
   // the one met first with the pairs sorted by name (code-point order,
   // stable) is the error, whatever order they came in. Other pairs are
