@@ -12,6 +12,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -53,6 +54,13 @@ struct StoredLayerSpec {
   KeyAssignments keys{};
   friend bool operator==(const StoredLayerSpec&, const StoredLayerSpec&) = default;
 };
+
+// Whether the type is one of the variant's alternatives.
+template <class Kind, class Variant>
+inline constexpr bool isAlternative = false;
+template <class Kind, class... Kinds>
+inline constexpr bool isAlternative<Kind, std::variant<Kinds...>> =
+    std::disjunction_v<std::is_same<Kind, Kinds>...>;
 
 // Names a stored layer by its trigger, its name or both, optionally in one app.
 struct LayerSelector {
@@ -242,6 +250,7 @@ class AutomationCommand {
  private:
   // Each case is made where it is kept, without a variant moved in between.
   template <class Kind>
+  requires isAlternative<Kind, Case>
   explicit AutomationCommand(Kind value) : value_(std::in_place_type<Kind>, std::move(value)) {}
 
   Case value_;

@@ -25,14 +25,13 @@ enum AsciiClass : unsigned char {
 
 constexpr std::array<unsigned char, 128> asciiClasses = [] {
   std::array<unsigned char, 128> classes{};
-  for (char c = 'a'; c <= 'z'; ++c)
-    classes[static_cast<std::size_t>(c)] = letterOrDigit | inSymbolName;
-  for (char c = 'A'; c <= 'Z'; ++c) classes[static_cast<std::size_t>(c)] = letterOrDigit;
-  for (char c = '0'; c <= '9'; ++c)
-    classes[static_cast<std::size_t>(c)] = letterOrDigit | inSymbolName;
-  classes['-'] = separator;
-  classes['_'] = separator;
-  classes['.'] = separator | inSymbolName;
+  const auto mark = [&classes](std::string_view bytes, unsigned kind) {
+    for (char c : bytes) classes[static_cast<unsigned char>(c)] |= static_cast<unsigned char>(kind);
+  };
+  mark("abcdefghijklmnopqrstuvwxyz0123456789", letterOrDigit | inSymbolName);
+  mark("ABCDEFGHIJKLMNOPQRSTUVWXYZ", letterOrDigit);
+  mark("-_.", separator);
+  mark(".", inSymbolName);
   return classes;
 }();
 
