@@ -6,16 +6,15 @@
 namespace corvel {
 namespace {
 
-// Apps this imaginary Mac has: one Google Chrome, one Safari, two copies of
-// Sticky Notes and two apps named Twin. Dotted bundle identifiers are never
-// looked up.
+// Apps this imaginary Mac has: one Google Chrome, one Safari and two copies
+// of Sticky Notes. Dotted bundle identifiers are never looked up.
 AppMatch resolve(std::string_view name) {
   if (name.find('.') != std::string_view::npos && !name.ends_with(".app")) {
     ADD_FAILURE() << "looked up " << name;
   }
   if (name == "Google Chrome" || name == "Safari.app") return AppMatch::one("com.google.Chrome");
   if (name == "Safari") return AppMatch::one("com.apple.Safari");
-  if (name == "Sticky Notes" || name == "Twin") return AppMatch::several();
+  if (name == "Sticky Notes") return AppMatch::several();
   return AppMatch::none();
 }
 
@@ -76,9 +75,6 @@ TEST(CommandLineInterfaceTest, RefusalsSayExactlyWhatWasWrong) {
        "Quillon could not find an app named \u201CNo Such App\u201D on this Mac. Give --for-app "
        "its "
        "bundle id, such as com.apple.Safari."},
-      {{"show", "--app", "a=Twin"},
-       "More than one app on this Mac is named \u201CTwin\u201D. Give --app its bundle id, such "
-       "as com.apple.Safari."},
       {{"layers", "store", "--modifiers", "rcmd", "--for-app", "a.b", "--for-app", "c.d"},
        "--for-app must be an app's bundle id, such as com.apple.Safari, or its name."},
       {{"show", "-k", "s=a:No Such.app"},

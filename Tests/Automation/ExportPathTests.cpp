@@ -117,8 +117,6 @@ TEST(ExportPathTest, IdentitiesCatchOtherSpellings) {
 }
 
 TEST(ExportRefusalTest, BothWordings) {
-  EXPECT_EQ(toolMessage(ExportRefusal::nothingToExport, ExportKind::layers, false),
-            "There are no layers to export yet. Add one in Quillon's Settings, in Layers.");
   EXPECT_EQ(toolMessage(ExportRefusal::wrongExtension, ExportKind::sheet, false),
             "-f must end in .quillonsheet.");
   EXPECT_EQ(message(ExportRefusal::exists),

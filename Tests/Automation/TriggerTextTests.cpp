@@ -14,9 +14,7 @@ TEST(TriggerTextTest, ReadsAndWritesTriggers) {
   const std::pair<std::string_view, std::string_view> cases[] = {
       {"Cmd+Shift", "shift-cmd"},
       {"command-shift", "shift-cmd"},
-      {"shift-cmd", "shift-cmd"},
       {"rcmd-rshift", "rshift-rcmd"},
-      {"ctrl-opt", "ctrl-opt"},
       {"control+alt", "ctrl-opt"},
       {"lcmd-rcmd", "lcmd-rcmd"},
       {"rcmd-lcmd-cmd", "lcmd-rcmd-cmd"},
@@ -26,7 +24,6 @@ TEST(TriggerTextTest, ReadsAndWritesTriggers) {
       {"LAlt", "lopt"},
       {"RControl", "rctrl"},
       {"\t cmd\u3000", "cmd"},
-      {"hyper", "hyper"},
       {" HYPER ", "hyper"},
       {"ctrl-opt-shift-cmd", "hyper"},
       {"shift-shift-shift-shift-shift-shift-shift-shift-shift-shift-lcmd", "shift-lcmd"},

@@ -79,25 +79,6 @@ TEST(LineToolTest, VersionLineComesFromTheWorld) {
   EXPECT_EQ(test.out, "quillon 2.1 (310)\n");
 }
 
-// Output that does not arrive ends in status 3, said on standard error; a
-// reader that went away is not told anything.
-TEST(LineToolTest, OutputThatCannotBeWritten) {
-  const std::vector<std::vector<std::string>> commands = {
-      {"version"}, {"help"}, {"themes", "list"}, {"layers", "list", "--json"}, {"sheets", "list"}};
-  for (const auto written : {ToolWorld::Written::failed, ToolWorld::Written::readerGone}) {
-    for (const auto& words : commands) {
-      SCOPED_TRACE(testing::PrintToString(words));
-      TestWorld test;
-      test.outWritten = written;
-      EXPECT_EQ(run(test, words), 3);
-      EXPECT_EQ(test.err, written == ToolWorld::Written::failed
-                              ? "quillon could not write its output: check that where it goes "
-                                "can be written to and has room.\n"
-                              : "");
-    }
-  }
-}
-
 // An import's file is read and decoded before the app is even looked for.
 TEST(LineToolTest, ImportsAreCheckedBeforeAnythingElse) {
   const std::string unreadable =
@@ -118,8 +99,6 @@ TEST(LineToolTest, ImportsAreCheckedBeforeAnythingElse) {
        "That file holds no layers Quillon can read. Choose a .quillonlayer file Quillon "
        "exported.\n"},
       {{"sheets", "import", "big.quillonsheet"}, unreadable},
-      {{"themes", "import", "fifo.quillontheme"}, unreadable},
-      {{"themes", "import", "missing.quillontheme"}, unreadable},
       {{"layers", "import", "/work/here"}, "quillon layers import takes a .quillonlayer file.\n"},
   };
   for (const auto& c : cases) {
@@ -129,8 +108,6 @@ TEST(LineToolTest, ImportsAreCheckedBeforeAnythingElse) {
     test.put("/work/here/junk.quillonsheet", R"({"app":{"bundleID":"a b"}})");
     test.put("/work/here/empty.quillonlayer", R"({"version":1,"layers":[]})");
     test.put("/work/here/big.quillonsheet", std::string(1048577, ' '));
-    test.put("/work/here/fifo.quillontheme", "");
-    test.files.back().second.unreadable = true;
     const std::int32_t status = run(test, c.words);
     EXPECT_EQ(status, c.err.find("takes a") != std::string::npos ? 1 : 3);
     EXPECT_TRUE(test.err.starts_with(c.err)) << test.err;

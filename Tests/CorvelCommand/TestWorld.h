@@ -1,8 +1,8 @@
 // A ToolWorld held in memory for tests: a small file system (folders, files
 // with their times, files that cannot be read), the app's preferences, a
-// settable app and hand-over report, output that fails on demand. It records
-// what the driver did, and fails the test loudly when the driver reaches for
-// something the test did not expect it to use.
+// settable app and hand-over report. It records what the driver did, and
+// fails the test loudly when the driver reaches for something the test did
+// not expect it to use.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -39,7 +39,6 @@ struct TestWorld {
   std::set<std::string, std::less<>> folders{
       "/", "/work", "/work/here", "/home", "/home/u", "/home/u/Support", "/home/u/Support/Quillon"};
   bool writesFail = false;  // a full disk
-  ToolWorld::Written outWritten = ToolWorld::Written::all;
 
   // What the driver did.
   std::string out;
@@ -139,8 +138,8 @@ struct TestWorld {
       return *handOverResult;
     };
     world.out = [this](std::string_view text) {
-      if (outWritten == ToolWorld::Written::all) out += text;
-      return outWritten;
+      out += text;
+      return ToolWorld::Written::all;
     };
     world.err = [this](std::string_view text) {
       err += text;

@@ -70,12 +70,13 @@ TEST(LayerKeyTest, EntriesAreReadAndWrittenInTheirCanonicalForm) {
   } cases[] = {
       {R"({"action":{"type":"openApp","bundleID":"com.apple.mail"}})",
        R"({"action":{"type":"openApp","bundleID":"com.apple.mail","name":"com.apple.mail"}})", 0},
-      {R"({"action":{"type":"openApp","bundleID":"com.apple.mail","name":7,"icon":1}})",
-       R"({"action":{"type":"openApp","bundleID":"com.apple.mail","name":"com.apple.mail","icon":1}})",
-       0},
       // An app without a name goes by its whole bundle identifier, even one
       // longer than a name may be, and a name that is that identifier is
       // not cut either; any other name is.
+      {R"({"action":{"type":"openApp","bundleID":")" + longID + R"(","name":7,"icon":1}})",
+       R"({"action":{"type":"openApp","bundleID":")" + longID + R"(","name":")" + longID +
+           R"(","icon":1}})",
+       0},
       {R"({"action":{"type":"openApp","bundleID":")" + longID + R"("}})",
        R"({"action":{"type":"openApp","bundleID":")" + longID + R"(","name":")" + longID + R"("}})",
        0},

@@ -179,30 +179,6 @@ TEST(LayerTest, WrongTypedMembersAreKeptAndWrittenAsTheLayerSays) {
   }
 }
 
-// The trigger is always written in its normal form, whatever form it was
-// read in.
-TEST(LayerTest, TriggersAreWrittenInTheirNormalForm) {
-  const struct {
-    std::string_view read;
-    std::string_view written;
-  } cases[] = {
-      {R"({"parts":[{"modifier":"shift","side":"left"},{"modifier":"control","side":"either"},)"
-       R"({"modifier":"shift","side":"left"}]})",
-       R"([{"modifier":"control","side":"either"},{"modifier":"shift","side":"left"}])"},
-      {R"({"parts":[{"modifier":"fn","side":"left"}]})", R"([{"modifier":"fn","side":"either"}])"},
-      {R"({"parts":[{"modifier":"shift"},{"modifier":"command","side":null}]})",
-       R"([{"modifier":"shift","side":"either"},{"modifier":"command","side":"either"}])"},
-      {R"({"parts":[{"modifier":"option","side":"left","pressure":2}],"taps":2})",
-       R"([{"modifier":"option","side":"left"}])"},
-  };
-  for (const auto& test : cases) {
-    SCOPED_TRACE(std::string(test.read));
-    const Layer layer = readLayer(R"("trigger":)" + std::string(test.read));
-    EXPECT_EQ(*member(layer.json(), "trigger"),
-              JSONValue(JSONObject{{"parts", parse(test.written)}}));
-  }
-}
-
 TEST(LayerTest, WritingFollowsTheLayersOwnState) {
   Layer layer =
       readLayer(R"("needsReview":true,"removedCharacters":3,"fill":"blank","appScope":"com.a")");
@@ -257,17 +233,9 @@ TEST(LayerTest, UnreadableKeysAreKeptBesideTheKeysRead) {
 
 TEST(LayerTest, LayersTakeOnlyKeysWithACodeThatAreNotModifiersOrInert) {
   const std::pair<KeyID, bool> cases[] = {
-      {KeyID::keyA, true},
-      {KeyID::f5, true},
-      {KeyID::arrowUp, true},
-      {KeyID::keypadEnter, true},
-      {KeyID::escape, true},
-      {KeyID::space, true},
-      {KeyID::controlLeft, false},
-      {KeyID::commandRight, false},
-      {KeyID::function, false},
-      {KeyID::capsLock, false},
-      {static_cast<KeyID>(200), false},
+      {KeyID::keyA, true},        {KeyID::f5, true},        {KeyID::arrowUp, true},
+      {KeyID::keypadEnter, true}, {KeyID::escape, true},    {KeyID::controlLeft, false},
+      {KeyID::function, false},   {KeyID::capsLock, false}, {static_cast<KeyID>(200), false},
   };
   for (const auto& [key, takes] : cases) {
     SCOPED_TRACE(static_cast<int>(key));
