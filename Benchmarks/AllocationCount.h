@@ -1,6 +1,6 @@
-// Heap allocations made by the benchmark program so far: the global
-// allocation functions are replaced (AllocationCount.cpp) to count them, so
-// that a benchmark can report how many allocations one operation makes.
+// Heap allocations made by this thread so far: the global allocation
+// functions are replaced (AllocationCount.cpp) to count them, so that a
+// benchmark can report how many allocations one operation makes.
 #pragma once
 
 #include <cstdint>

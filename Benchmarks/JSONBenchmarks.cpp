@@ -7,6 +7,7 @@
 
 #include "AllocationCount.h"
 #include "CorvelCore/Theme/JSONValue.h"
+#include "ReadText.h"
 
 namespace corvel {
 namespace {
@@ -45,7 +46,7 @@ const std::string& layersDocument() {
       for (int i = 0; i < 500; ++i) layers.push_back(layer(static_cast<int>(layers.size())));
       encoded = JSONValue(JSONObject{{"version", 1}, {"layers", layers}}).encoded().value_or("");
     }
-    return encoded;
+    return readText(std::move(encoded));
   }();
   return text;
 }
@@ -54,7 +55,7 @@ void BM_DecodeLayersDocument(benchmark::State& state) {
   const std::string& text = layersDocument();
   const std::uint64_t allocationsBefore = allocationCount();
   for (auto _ : state) {
-    auto value = JSONValue::decode(text);
+    auto value = JSONValue::decode(text, text.capacity());
     benchmark::DoNotOptimize(value);
   }
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));

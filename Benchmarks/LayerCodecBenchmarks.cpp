@@ -6,6 +6,7 @@
 #include <string>
 
 #include "CorvelCore/Layers/LayerCodec.h"
+#include "ReadText.h"
 
 namespace corvel {
 namespace {
@@ -79,7 +80,7 @@ const std::string& layersFile() {
       encoded = JSONValue(JSONObject{{"version", 1}, {"layers", layers}}).encoded().value_or("");
       layerBytes = (encoded.size() - before) / 200 * 200;
     }
-    return encoded;
+    return readText(std::move(encoded));
   }();
   return text;
 }
@@ -102,7 +103,7 @@ BENCHMARK(BM_DecodeLayersFile)->Unit(benchmark::kMillisecond);
 void BM_ParseLayersFileJSON(benchmark::State& state) {
   const std::string& text = layersFile();
   for (auto _ : state) {
-    auto value = JSONValue::decode(text);
+    auto value = JSONValue::decode(text, text.capacity());
     benchmark::DoNotOptimize(value);
   }
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));

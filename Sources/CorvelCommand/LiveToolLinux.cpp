@@ -20,7 +20,7 @@ std::optional<JSONValue> LiveTool::preference(std::string_view key) {
   if (!path) return std::nullopt;
   auto text = readFile(*path, kMaxPreferencesBytes);
   if (!text) return std::nullopt;
-  auto document = JSONValue::decode(*text);
+  auto document = JSONValue::decode(*text, text->capacity());
   if (!document || !document->isObject()) return std::nullopt;
   const JSONValue* value = document->asObject()->find(key);
   if (value == nullptr) return std::nullopt;

@@ -252,8 +252,8 @@ void describe(std::string& out, const JSONValue& value) {
 
 }  // namespace
 
-std::expected<JSONValue, JSONError> JSONValue::decode(std::string_view text) {
-  const JSONWalk::Input input(text, 0);
+std::expected<JSONValue, JSONError> JSONValue::decode(std::string_view text, std::size_t readable) {
+  const JSONWalk::Input input(text, readable);
   od::document document;
   if (!ok(JSONWalk::parser().iterate(input.view()).get(document))) return refused();
   auto root = decodeRoot(document);

@@ -118,8 +118,12 @@ class JSONValue {
 
   // Parses one JSON text (UTF-8). Refuses malformed text, invalid UTF-8,
   // trailing garbage and nesting deeper than `maxDepth`. Every number
-  // becomes a double, integers beyond 64 bits included.
-  [[nodiscard]] static std::expected<JSONValue, JSONError> decode(std::string_view text);
+  // becomes a double, integers beyond 64 bits included. When `readable`,
+  // the bytes that may be read from the text's start, holds `readPadding`
+  // more than the text (as a file read by the tool does), the text is
+  // parsed where it lies; otherwise it is copied first.
+  [[nodiscard]] static std::expected<JSONValue, JSONError> decode(std::string_view text,
+                                                                  std::size_t readable = 0);
 
   // Room a text needs after it to be parsed where it lies: a reader of large
   // documents given text whose storage holds this many more bytes (which
