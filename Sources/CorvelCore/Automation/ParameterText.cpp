@@ -16,14 +16,6 @@ namespace {
 
 template <class Predicate>
 std::string_view trimmed(std::string_view text, Predicate isTrimmed) {
-  // An ASCII byte is a scalar of its own: a text that starts and ends with
-  // one that stays (most do) has nothing to trim.
-  if (!text.empty() && static_cast<unsigned char>(text.front()) < 0x80 &&
-      static_cast<unsigned char>(text.back()) < 0x80 &&
-      !isTrimmed(static_cast<char32_t>(text.front())) &&
-      !isTrimmed(static_cast<char32_t>(text.back()))) {
-    return text;
-  }
   std::size_t start = 0;
   std::size_t end = 0;
   bool seenKept = false;
